@@ -1,0 +1,204 @@
+#pragma once
+
+#include "editing/EditAction.h"
+#include "editing/EditActionStack.h"
+#include "editing/IEditableBufferMonitor.h"
+#include "markup/EditableXmlBuffer.h"
+#include "support/SmartPtr.h"
+#include "support/String.h"
+
+#include <vector>
+
+class EditActionGroup;
+class EditableTableBuffer;
+class FreezeNotifications;
+class EditableDocumentBufferState;
+namespace Drawing {
+class SpellChecker;
+}
+
+// The object a host holds for one open document: the markup string of
+// EditableXmlBuffer plus a caret and a selection, the undo history, the elements that
+// may hold text, the page-master modes, the cached table buffer and one monitor.
+//
+// The class is large, so its code is split by capability; each section below names
+// the source file that holds it (EditableDocumentBuffer_<Capability>.cpp).
+class EditableDocumentBuffer : public EditableXmlBuffer {
+    friend class FreezeNotifications;
+    friend class EditableDocumentBufferState;
+    friend class EditActionGroup;
+
+public:
+    EditableDocumentBuffer();
+    ~EditableDocumentBuffer() override;
+    EditableDocumentBuffer(const EditableDocumentBuffer &) = delete;
+    EditableDocumentBuffer &operator=(const EditableDocumentBuffer &) = delete;
+
+    // ---- Session: content, caret gate, selection, monitor, modes, caches ----
+    // (EditableDocumentBuffer_Session.cpp)
+    void setContent(Core::String const &text, bool clearHistory);
+    void setContentFromFile(Core::String const &path);
+    Core::String getContent() const { return content; }
+
+    int getCaretPos() const noexcept { return caret; }
+    int getSelectionPivotPos() const noexcept { return selectionPivot; }
+    void setCaretPos(bool extendSelection, int position);
+    bool hasSelectedText() const noexcept { return caret != selectionPivot; }
+    bool offsetIsInSelection(int offset) const noexcept;
+    void resetSelection();
+    void resetSelectionOfElement() { selectedElement = Core::String(); }
+
+    void setMonitor(IEditableBufferMonitor *newMonitor) noexcept { monitor = newMonitor; }
+    IEditableBufferMonitor *getMonitor() const noexcept { return monitor; }
+
+    void endKeyTypingSequence();
+
+    void setPageMasterEditingMode(bool on) noexcept { pageMasterEditing = on; }
+    bool getPageMasterEditingMode() const noexcept { return pageMasterEditing; }
+    void setEditingDummyPage(bool on) noexcept { editingDummyPage = on; }
+    bool isEditingDummyPage() const noexcept { return editingDummyPage; }
+
+    void updateCacheOnBufferChange();
+    void updateCacheOnCaretChange();
+    void updateCacheOnSelectionChange();
+    bool tableBufferCacheNull() const noexcept;
+
+    bool isOTDDocument() const { return rootElement == "otd:document"; }
+    bool isFODocument() const { return rootElement == "fo:root"; }
+    bool caretIsInsideTable();
+    bool caretIsInsideList();
+    bool caretIsInsideListItemLabel();
+
+    // ---- History: undo, redo and the three splices ----
+    // (EditableDocumentBuffer_History.cpp)
+    void undo();
+    void redo();
+    bool canUndo() const noexcept { return actionStack.hasMoreUndoActions(); }
+    bool canRedo() const noexcept { return actionStack.hasMoreRedoActions(); }
+    EditActionStack &getActionStack() noexcept { return actionStack; }
+
+protected:
+    // ---- Session (protected part) ----
+    void setCaret(bool extendSelection, int position);
+    int getSelectionStartIndex() const noexcept;
+    int getSelectionEndIndex() const noexcept;
+    void notifyBufferChanged();
+    void notifyCaretChanged();
+    void notifySelectionChanged();
+    void updateTableBufferCache();
+    bool caretIsInsideSameTable();
+
+    // ---- History (protected part) ----
+    void executeAction(EditAction action);
+    void insertXmlTextAtPosition(int position, Core::String text);
+    Core::String deleteXmlText(int first, int last);
+    void replaceXmlText(int first, int last, Core::String text);
+    // Records `action` in the history (the caller has made the splice).
+    void addAction(EditAction const &action) { actionStack.addAction(action); }
+    // Records a caret mark: the present caret and pivot.
+    void addCaretMark();
+
+    // ==== Navigation: members built on the markup walks: parent name and position, paths, namespaces ====
+    // (EditableDocumentBuffer_Navigation.cpp)
+public:
+    // -- end of Navigation public --
+protected:
+    // -- end of Navigation protected --
+
+    // ==== Caret: editable elements, caret stops, left/right/home/end, page-sequence and region moves ====
+    // (EditableDocumentBuffer_Caret.cpp)
+public:
+    // -- end of Caret public --
+protected:
+    // -- end of Caret protected --
+
+    // ==== Words: word jumps and the selection commands ====
+    // (EditableDocumentBuffer_Words.cpp)
+public:
+    // -- end of Words public --
+protected:
+    // -- end of Words protected --
+
+    // ==== Typing: insertText, pasting, placeholders ====
+    // (EditableDocumentBuffer_Typing.cpp)
+public:
+    // -- end of Typing public --
+protected:
+    // -- end of Typing protected --
+
+    // ==== SelectionDeletion: deleting a selection ====
+    // (EditableDocumentBuffer_SelectionDeletion.cpp)
+public:
+    // -- end of SelectionDeletion public --
+protected:
+    // -- end of SelectionDeletion protected --
+
+    // ==== Deletion: erase, Delete and Backspace at every boundary ====
+    // (EditableDocumentBuffer_Deletion.cpp)
+public:
+    // -- end of Deletion public --
+protected:
+    // -- end of Deletion protected --
+
+    // ==== Breaks: Enter, line, page and column breaks ====
+    // (EditableDocumentBuffer_Breaks.cpp)
+public:
+    // -- end of Breaks public --
+protected:
+    // -- end of Breaks protected --
+
+    // ==== Properties: attributes as properties, inline formatting, classes ====
+    // (EditableDocumentBuffer_Properties.cpp)
+public:
+    // -- end of Properties public --
+protected:
+    // -- end of Properties protected --
+
+    // ==== Export: selection as text or markup, plain text, saving ====
+    // (EditableDocumentBuffer_Export.cpp)
+public:
+    // -- end of Export public --
+protected:
+    // -- end of Export protected --
+
+    // ==== Objects: document objects and settings the editing core needs ====
+    // (EditableDocumentBuffer_Objects.cpp)
+public:
+    // -- end of Objects public --
+protected:
+    // -- end of Objects protected --
+
+    // ==== Lists: the hand-overs to the list operations ====
+    // (EditableDocumentBuffer_Lists.cpp)
+public:
+    // -- end of Lists public --
+protected:
+    // -- end of Lists protected --
+
+    // ==== Tables: the table buffer of a position ====
+    // (EditableDocumentBuffer_Tables.cpp)
+public:
+    // -- end of Tables public --
+protected:
+    // -- end of Tables protected --
+
+protected:
+    // ---- Fields ----
+    // Invariant after every public operation: caret and selectionPivot are both -1, or
+    // both positions in content. The selection is the half-open range between them.
+    int caret = -1;
+    int selectionPivot = -1;      // equals caret when nothing is selected
+    int findReplaceStartPos = -1; // where the running search started
+    int findReplaceMatched = 0;   // 1 once the running search has matched
+    EditActionStack actionStack{10000};
+    Core::String selectedElement;                   // element selected as an object
+    IEditableBufferMonitor *monitor = nullptr;      // not owned
+    EditActionGroup *keyTypingGroup = nullptr;      // owned; open group of the typing run
+    bool documentProtected = false;
+    std::vector<Core::String> editableElements;       // elements whose content may hold text
+    std::vector<Core::String> inlineEditableElements; // the subset treated as inline
+    SmartPtr<EditableTableBuffer> tableBufferCache;   // buffer of the table the caret is in
+    SmartPtr<Drawing::SpellChecker> spellChecker;
+    bool pageMasterEditing = false;
+    bool editingDummyPage = false;
+};
