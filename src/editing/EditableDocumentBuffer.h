@@ -133,6 +133,13 @@ public:
 protected:
     // -- end of SelectionDeletion protected --
 
+    // ==== Spaces: walks over skipped white space shared by typing and deletion ====
+    // (EditableDocumentBuffer_Spaces.cpp)
+public:
+    // -- end of Spaces public --
+protected:
+    // -- end of Spaces protected --
+
     // ==== Deletion: erase, Delete and Backspace at every boundary ====
     // (EditableDocumentBuffer_Deletion.cpp)
 public:
