@@ -120,24 +120,53 @@ protected:
     // -- end of Words protected --
 
     // ==== Typing: insertText, pasting, placeholders ====
-    // (EditableDocumentBuffer_Typing.cpp)
+    // (EditableDocumentBuffer_Typing.cpp, EditableDocumentBuffer_Placeholders.cpp)
 public:
+    // Inserts at the caret, replacing a selection. Plain text is escaped; markup
+    // (`isXml`) goes in as it stands. The whole call is rolled back when it leaves the
+    // markup ill formed. False when nothing could be inserted.
+    bool insertText(Core::String const &text, bool isXml, bool selectInserted);
+    // Refuses a position that cannot hold the caret; otherwise moves there and inserts.
+    bool insertTextAtPosition(int position, Core::String const &text, bool isXml, bool selectInserted);
     // -- end of Typing public --
 protected:
+    void insertTextAtEditablePosition(int position, Core::String &text);
+    void insertXmlTextAtEditablePosition(int position, Core::String text);
+    void handleInsertedSpace(Core::String text);
+    void handleElementsContainingJustNonBreakingSpaces(int position);
+    bool handleElementsContainingJustWhiteSpaces(int position, bool deleteEmptyInline);
+    bool singleNbspBetweenLineBreakTags(int position, bool &isRawNbsp, bool &nbspFollows);
+    bool elementContainsJustWhitespacesOrVoid(int elementPosition);
+    bool editableElementContainsJustOneMoreChar(int elementPosition);
     // -- end of Typing protected --
 
     // ==== SelectionDeletion: deleting a selection ====
     // (EditableDocumentBuffer_SelectionDeletion.cpp)
 public:
+    // Deletes [start, end) as a selection would be deleted. The caller groups the
+    // records; with `keepSelection` the user's selection elsewhere survives, shifted.
+    void deleteContentAtPosition(bool keepSelection, int start, int end);
     // -- end of SelectionDeletion public --
 protected:
+    // Deletes the current selection; `listHandled` says a list already handled it.
+    Core::String deleteSelection(bool listHandled);
+    // The walk that deletes [start, end) across element boundaries, recording every
+    // cut. `end` is exclusive and kept up to date. The result is always empty.
+    Core::String deleteSelectedXmlText(int &start, int &end, bool listHandled);
     // -- end of SelectionDeletion protected --
 
     // ==== Spaces: walks over skipped white space shared by typing and deletion ====
     // (EditableDocumentBuffer_Spaces.cpp)
 public:
+    // Moves `position` back over tabs and then over one line feed: the indentation
+    // in front of an element.
+    void deleteSpacesBetweenTags(int &position);
     // -- end of Spaces public --
 protected:
+    // Move `position` back (forward) over positions whose white space draws nothing.
+    // True when the walk met another element; without `crossElements` it stops there.
+    bool skipSpacesBackwards(int &position, bool crossElements);
+    bool skipSpacesFromPos(int &position, bool crossElements);
     // -- end of Spaces protected --
 
     // ==== Deletion: erase, Delete and Backspace at every boundary ====
