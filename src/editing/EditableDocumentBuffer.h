@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editing/BreakType.h"
 #include "editing/EditAction.h"
 #include "editing/EditActionStack.h"
 #include "editing/IEditableBufferMonitor.h"
@@ -170,17 +171,45 @@ protected:
     // -- end of Spaces protected --
 
     // ==== Deletion: erase, Delete and Backspace at every boundary ====
-    // (EditableDocumentBuffer_Deletion.cpp)
+    // (EditableDocumentBuffer_Deletion.cpp, EditableDocumentBuffer_DeleteForward.cpp,
+    //  EditableDocumentBuffer_DeleteBackwards.cpp)
 public:
+    // The Delete (`forward`) and Backspace keys; `wholeWord` is the control-key
+    // variant. One undo step; rolled back when it leaves the markup ill formed.
+    void erase(bool forward, bool wholeWord);
     // -- end of Deletion public --
 protected:
+    // One erase step outside of lists. `ignored` is passed along and read by nothing.
+    void eraseTextFromBuffer(bool forward, bool wholeWord, bool ignored);
+    // One forward (backward) deletion at `position`, which comes back as the place
+    // the caret belongs.
+    void deleteForward(int &position);
+    void deleteBackwards(int &position);
+    // Cuts [from, end) without any record and puts the caret at `from`.
+    Core::String deleteContentAndAdjustCaret(int from, int end);
+    // Deletes the nearest ancestor of the caret called `name`, as one undo step.
+    void deleteParent(Core::String const &name);
+    bool elementIsLastBlockInFlow(int elementPosition);
+    // A "fo:block" start tag at `position` whose enclosing element is a "fo:block".
+    bool imbricatedBlocksContext(int position);
     // -- end of Deletion protected --
 
     // ==== Breaks: Enter, line, page and column breaks ====
-    // (EditableDocumentBuffer_Breaks.cpp)
+    // (EditableDocumentBuffer_Breaks.cpp, EditableDocumentBuffer_HardBreak.cpp)
 public:
+    // Enter and the break commands; `after` puts a page or column break behind the
+    // new block ("fo:break-after") instead of in front of it.
+    void insertBreak(BreakType type, bool after);
     // -- end of Breaks public --
 protected:
+    // Enter: a paragraph break with `hard`, a line break without.
+    void insertLineBreak(bool hard);
+    // Splits at the caret, closing and reopening every open inline. Returns the
+    // markup inserted; empty when nothing was split.
+    Core::String insertHardBreak();
+    // A line break, <fo:block />, with the placeholders the lines around it need.
+    void insertSoftBreak();
+    void insertListBreak();
     // -- end of Breaks protected --
 
     // ==== Properties: attributes as properties, inline formatting, classes ====
