@@ -17,6 +17,9 @@ class EditableDocumentBufferState;
 namespace Drawing {
 class SpellChecker;
 }
+namespace BufferAlgorithms {
+class WhitespaceAlg;
+}
 
 // The object a host holds for one open document: the markup string of
 // EditableXmlBuffer plus a caret and a selection, the undo history, the elements that
@@ -107,17 +110,81 @@ protected:
     // -- end of Navigation protected --
 
     // ==== Caret: editable elements, caret stops, left/right/home/end, page-sequence and region moves ====
-    // (EditableDocumentBuffer_Caret.cpp)
+    // (EditableDocumentBuffer_Caret.cpp, _CaretSteps.cpp, _CaretMoves.cpp, _PageMoves.cpp)
+    friend class BufferAlgorithms::WhitespaceAlg;
+
 public:
+    // The host names the elements whose content may hold text; a name already listed
+    // is ignored. The inline ones are a subset of the editable ones.
+    void addEditableElement(Core::String const &name);
+    void addInlineEditableElement(Core::String const &name);
+    // Listed as editable, compared without regard to case; the second form asks it of
+    // the current element at `position`.
+    bool elementIsEditable(Core::String name);
+    bool elementIsEditable(int position);
+    // True when the "fo:block" around `position` draws something before it.
+    bool currentBlockContainsRenderedDataBeforePosition(int position);
+    // True when the caret stands at the edge of its element in that direction.
+    bool isBoudaryEditablePosition(bool forward);
+
+    void moveCaretRight(bool extendSelection, bool byWord, bool mergeInlineBoundaries);
+    void moveCaretLeft(bool extendSelection, bool byWord, bool mergeInlineBoundaries);
+    // The first stop of the first flow whose element has content; -1 when none.
+    void moveCaretHome(bool extendSelection);
+    void moveCaretToEnd(bool extendSelection);
+    void moveCaretToFirstFoFlow();
+    void resetCaretFromStaticContent();
+    void moveCaretToFirstStaticRegion();
+    void moveCaretToStaticRegion(Core::String regionName, int pageSequenceIndex);
+    bool moveCaretToPageSequence(int pageSequenceIndex);
+    // Comes back to a place noted as an offset into the flow of a page sequence.
+    bool moveCaretToReference(int pageSequenceIndex, int offset);
     // -- end of Caret public --
 protected:
+    bool isEditableElementAtPosition(int position);
+    bool inEditableElement(int position);
+    bool canHoldCaret(int position);
+    bool isInlineEditableElementName(Core::String const &name);
+    // `name` is "/" followed by an inline editable name.
+    bool isInlineEditableElementClosingTagName(Core::String const &name);
+    bool isBlockEditableElementName(Core::String const &name);
+
+    // One caret stop forward or backward: atoms, then the context and rendering
+    // filters. With `wrap` the walk goes round the document once.
+    int getNextEditablePositionInFo(int position, bool wrap, bool mergeInlineBoundaries);
+    int getPreviousEditablePositionInFo(int position, bool wrap, bool mergeInlineBoundaries);
+    int getNextValidCaretPos(int position);
+    int getPreviousValidCaretPos(int position);
+    int getNextPositionAdjustedToFoFlow(int position);
+    int getPreviousPositionAdjustedToFoFlow(int position, bool mergeInlineBoundaries);
+    void adjustCaretToAnEditablePosition();
+    int getNextBlock(int position);
+    int getPreviousBlock(int position);
+    // The first stop inside the static content called `regionName` of the page
+    // sequence at `sequencePosition`, or -1.
+    int getFirstEditPosInStaticContent(Core::String const &regionName, int sequencePosition);
     // -- end of Caret protected --
 
     // ==== Words: word jumps and the selection commands ====
-    // (EditableDocumentBuffer_Words.cpp)
+    // (EditableDocumentBuffer_Words.cpp, EditableDocumentBuffer_Selection.cpp)
 public:
+    void jumpToNextWord(bool extendSelection);
+    void jumpToPreviousWord(bool extendSelection);
+    // Where jumpToPreviousWord would end from `position`, without moving anything.
+    int getPreviousWordPos(int position);
+    // Selects the element around the caret one level higher at each call.
+    void selectParent();
+    void selectCurrentElement();
+    void selectElement(Core::String path);
+    void selectElementStartingAtCaretPosition();
+    void selectTable();
+    bool hasSelectedTable();
+    bool selectionCrossTable();
     // -- end of Words public --
 protected:
+    bool isElementSelected(Core::String const &name);
+    bool selectionIsEntireElementContent(int first, int last);
+    bool isWordSeparator(wchar_t character);
     // -- end of Words protected --
 
     // ==== Typing: insertText, pasting, placeholders ====
