@@ -17,7 +17,8 @@ public:
     };
 
     explicit EditAction(EditActionType type);
-    EditAction(EditActionType type, int actionPosition, int caretPosition, int selPivotPosition, Core::String text);
+    EditAction(EditActionType type, int actionPosition, int caretPosition, int selPivotPosition,
+               Core::String text);
 
     EditActionType getType() const noexcept { return type; }
     int getActionPosition() const noexcept { return actionPosition; }
@@ -30,6 +31,10 @@ public:
     // GroupStart <-> GroupEnd, the others are their own mirror.
     EditAction mirrored() const;
     EditAction withType(EditActionType newType) const;
+    // Turns this action into its mirror in place (the history moves actions between
+    // its lists without copying their text).
+    void mirror() noexcept;
+    static EditActionType mirrorType(EditActionType type) noexcept;
 
 private:
     Core::String text;

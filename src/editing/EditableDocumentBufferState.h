@@ -5,14 +5,23 @@
 
 class EditableDocumentBuffer;
 
-// A full snapshot of a buffer for one transaction: content, caret, pivot, history and
-// the protection flag. `restorePreviousState` writes it all back, silently.
+// A snapshot of a buffer for one transaction: content, caret, pivot, history and the
+// protection flag. `restorePreviousState` writes it all back, silently: no monitor
+// call and no recorded action. The caller holds a FreezeNotifications around the
+// whole transaction.
+//
+// The history is not copied: the snapshot holds a checkpoint of the buffer's
+// EditActionStack, which journals what the transaction changes and gives it back on
+// restore (see EditActionStack). So a snapshot costs one copy of the document and
+// nothing that grows with the history. Snapshots are locals of one operation and
+// must not outlive their buffer; nested snapshots are released in reverse order.
 class EditableDocumentBufferState {
 public:
     explicit EditableDocumentBufferState(EditableDocumentBuffer *buffer);
-    virtual ~EditableDocumentBufferState() = default;
-    EditableDocumentBufferState(const EditableDocumentBufferState &) = default;
-    EditableDocumentBufferState &operator=(const EditableDocumentBufferState &) = default;
+    virtual ~EditableDocumentBufferState();
+    // A copy holds the same checkpoint once more, and restores to the same state.
+    EditableDocumentBufferState(const EditableDocumentBufferState &other);
+    EditableDocumentBufferState &operator=(const EditableDocumentBufferState &other);
 
     void restorePreviousState();
 
@@ -21,6 +30,6 @@ private:
     EditableDocumentBuffer *buffer;
     int caret;
     int selectionPivot;
-    EditActionStack actionStack;
+    EditActionStack::Checkpoint history; // stands for the lists, limit and tracking position
     bool documentProtected;
 };

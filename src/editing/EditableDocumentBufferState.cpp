@@ -1,0 +1,46 @@
+#include "editing/EditableDocumentBufferState.h"
+
+#include "editing/EditableDocumentBuffer.h"
+
+EditableDocumentBufferState::EditableDocumentBufferState(EditableDocumentBuffer *documentBuffer)
+    : content(documentBuffer->content), buffer(documentBuffer), caret(documentBuffer->caret),
+      selectionPivot(documentBuffer->selectionPivot), history(documentBuffer->actionStack.openCheckpoint()),
+      documentProtected(documentBuffer->documentProtected)
+{
+}
+
+EditableDocumentBufferState::~EditableDocumentBufferState()
+{
+    buffer->actionStack.releaseCheckpoint();
+}
+
+EditableDocumentBufferState::EditableDocumentBufferState(const EditableDocumentBufferState &other)
+    : content(other.content), buffer(other.buffer), caret(other.caret), selectionPivot(other.selectionPivot),
+      history(other.history), documentProtected(other.documentProtected)
+{
+    buffer->actionStack.retainCheckpoint();
+}
+
+EditableDocumentBufferState &EditableDocumentBufferState::operator=(const EditableDocumentBufferState &other)
+{
+    if (this == &other)
+        return *this;
+    other.buffer->actionStack.retainCheckpoint();
+    buffer->actionStack.releaseCheckpoint();
+    content = other.content;
+    buffer = other.buffer;
+    caret = other.caret;
+    selectionPivot = other.selectionPivot;
+    history = other.history;
+    documentProtected = other.documentProtected;
+    return *this;
+}
+
+void EditableDocumentBufferState::restorePreviousState()
+{
+    buffer->content = content;
+    buffer->caret = caret;
+    buffer->selectionPivot = selectionPivot;
+    buffer->actionStack.rollBackTo(history);
+    buffer->documentProtected = documentProtected;
+}

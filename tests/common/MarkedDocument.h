@@ -1,0 +1,72 @@
+#pragma once
+
+// Documents as markup with the caret marked, for tests:
+//
+//     <fo:block>ab|cd</fo:block>       caret between "b" and "c", nothing selected
+//     <fo:block>a^bc|d</fo:block>      "bc" selected, pivot before "b", caret after "c"
+//
+// `|` is the caret and `^` the other end of the selection (the pivot). Both characters
+// are reserved in marked text; write "&#124;" and "&#94;" for literal ones.
+//
+// Most tests state only the flow's content ("the body"): `wrapInFlow` puts it into a
+// standard one-flow document, and `markedFlow` reads it back. Documents of another
+// shape (templates, static content, several flows) go through `loadMarkedDocument` and
+// `markedContent`, which work on the whole string.
+
+#include "common/EditCheck.h"
+#include "common/RecordingMonitor.h"
+
+#include "editing/EditableDocumentBuffer.h"
+#include "support/SmartPtr.h"
+#include "support/String.h"
+
+namespace foedit::test {
+
+// The standard document around `body`: XML declaration, "fo:root" with the fo
+// namespace, a layout-master-set with one simple-page-master "A4" holding a
+// region-body, and one page-sequence whose one flow "xsl-region-body" holds `body`.
+// No line breaks or indentation, so positions are predictable.
+Core::String wrapInFlow(Core::String const &body);
+
+// The position of the first unit of `body` inside `wrapInFlow(body)`.
+int flowBodyStart();
+
+// Root "fo:root"; editable "fo:block", "fo:inline", "fo:wrapper", "fo:basic-link",
+// "fo:bidi-override", "ot:form"; inline "fo:inline", "fo:wrapper", "fo:basic-link",
+// "fo:bidi-override". Call before loading.
+void configureStandardHost(EditableDocumentBuffer &buffer);
+// A new buffer, configured as the standard host.
+SmartPtr<EditableDocumentBuffer> makeStandardBuffer();
+
+// Marked text taken apart: the text without markers, and where they stood (-1 when
+// absent; a lone `|` gives pivot == caret).
+struct MarkedText {
+    Core::String text;
+    int caret = -1;
+    int pivot = -1;
+};
+MarkedText parseMarked(Core::String const &marked);
+// `text` with `|` at `caret` and `^` at `pivot` (no `^` when pivot == caret; nothing
+// for a marker outside 0..length).
+Core::String insertMarkers(Core::String const &text, int caret, int pivot);
+
+// Loads `wrapInFlow(markedBody)` without its markers by setContent(..., true), then
+// puts pivot and caret exactly where the markers stood. Positions go through the
+// caret gate when it accepts them, and are written directly when it does not (a test
+// may state a selection the gate would refuse). Without markers the caret stays where
+// setContent put it.
+void loadMarked(EditableDocumentBuffer &buffer, Core::String const &markedBody);
+// The same for a whole document.
+void loadMarkedDocument(EditableDocumentBuffer &buffer, Core::String const &markedDocument);
+
+// Sets caret and pivot exactly, bypassing every rule of the caret gate.
+void placeCaretExactly(EditableDocumentBuffer &buffer, int caret, int pivot);
+
+// The content of the first flow (between the ">" of `<fo:flow ...>` and its
+// `</fo:flow>`) with the markers at caret and pivot; a marker outside the flow is
+// left out. Empty when the document has no flow.
+Core::String markedFlow(EditableDocumentBuffer const &buffer);
+// The whole string with the markers.
+Core::String markedContent(EditableDocumentBuffer const &buffer);
+
+} // namespace foedit::test
