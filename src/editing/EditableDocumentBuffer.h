@@ -8,6 +8,7 @@
 #include "support/SmartPtr.h"
 #include "support/String.h"
 
+#include <utility>
 #include <vector>
 
 class EditActionGroup;
@@ -39,8 +40,13 @@ public:
     EditableDocumentBuffer &operator=(const EditableDocumentBuffer &) = delete;
 
     // ---- Session: content, caret gate, selection, monitor, modes, caches ----
-    // (EditableDocumentBuffer_Session.cpp)
+    // (EditableDocumentBuffer_Session.cpp; the table cache in EditableDocumentBuffer_Tables.cpp)
+    // Replaces the document. Carriage return and line feed pairs become line feeds; the
+    // caret goes home. Without `clearHistory` the replacement is one more undo step
+    // (recorded as a pair: the first undo only sends the caret home again).
     void setContent(Core::String const &text, bool clearHistory);
+    // Loads a file, decoded as its XML declaration says, and clears the history. Throws
+    // Core::IOException, with the content unchanged, when the file cannot be read.
     void setContentFromFile(Core::String const &path);
     Core::String getContent() const { return content; }
 
@@ -91,6 +97,11 @@ protected:
     void notifySelectionChanged();
     void updateTableBufferCache();
     bool caretIsInsideSameTable();
+    // Both ends to -1, with both notifications.
+    void clearCaret();
+    // In page-master editing only static content holds the caret, and only off the
+    // dummy page; otherwise any position.
+    bool caretMayStandAt(int position);
 
     // ---- History (protected part) ----
     void executeAction(EditAction action);
@@ -98,9 +109,13 @@ protected:
     Core::String deleteXmlText(int first, int last);
     void replaceXmlText(int first, int last, Core::String text);
     // Records `action` in the history (the caller has made the splice).
-    void addAction(EditAction const &action) { actionStack.addAction(action); }
+    void addAction(EditAction action) { actionStack.addAction(std::move(action)); }
     // Records a caret mark: the present caret and pivot.
     void addCaretMark();
+    // One undo (or redo) step: one ungrouped action or one outermost group.
+    void replayOneStep(bool undoing);
+    // The new caret and pivot of a splice, through the caret gate, pivot first.
+    void placeCaretAfterSplice(int newCaret, int newPivot);
 
     // ==== Navigation: members built on the markup walks: parent name and position, paths, namespaces ====
     // (EditableDocumentBuffer_Navigation.cpp)
@@ -206,6 +221,23 @@ protected:
     bool singleNbspBetweenLineBreakTags(int position, bool &isRawNbsp, bool &nbspFollows);
     bool elementContainsJustWhitespacesOrVoid(int elementPosition);
     bool editableElementContainsJustOneMoreChar(int elementPosition);
+
+    // Phases of insertText and insertXmlTextAtEditablePosition.
+    bool insertAtCaret(Core::String &text, bool isXml, bool selectInserted);
+    void deleteSelectionBeforeTyping();
+    void rollBackIfMalformed(EditableDocumentBufferState &snapshot, bool typingRunWasOpen);
+    void insertMarkupAtCaret(Core::String &text);
+    void insertPlainTextAtCaret(Core::String &text);
+    void turnTrailingPlaceholderIntoSpace();
+    void dropPlaceholderAtCaret();
+    bool makeBlockBesideTable(int &position, Core::String const &text);
+    void dropPlaceholderBesideLineBreak(int &position);
+    void putCaretInFrontOfLonePlaceholder();
+    void stepCaretBackOverSwallowedSpace();
+    // Phases of the placeholder repair.
+    bool isRemovableEmptyInline(int element);
+    bool removeEmptyInline(int element);
+    void insertPlaceholderInto(int element);
     // -- end of Typing protected --
 
     // ==== SelectionDeletion: deleting a selection ====
@@ -221,6 +253,35 @@ protected:
     // The walk that deletes [start, end) across element boundaries, recording every
     // cut. `end` is exclusive and kept up to date. The result is always empty.
     Core::String deleteSelectedXmlText(int &start, int &end, bool listHandled);
+
+    // One walk of deleteSelectedXmlText: the range [start, end) and the running position.
+    struct SelectionWalk {
+        int &start;
+        int &end;
+        int cur;
+        bool listHandled;
+        bool mayMeetList; // the range starts in a list or a list starts inside it
+    };
+    enum class WalkStep { Continue, Finished };
+    void selectWholeElementIfContentSelected(int &start, int end);
+    bool rangeMayMeetList(int start, int end);
+    bool closesElementAt(int tag, int element) const;
+    bool closesTemplateLogic(int position) const;
+    WalkStep walkOneStep(SelectionWalk &walk);
+    void cutTextBeforeTag(SelectionWalk &walk, int tag);
+    void repairEmptiedElement(SelectionWalk &walk);
+    WalkStep enterOrCutElement(SelectionWalk &walk);
+    void cutAtom(SelectionWalk &walk);
+    WalkStep cutElementEndingTheRange(SelectionWalk &walk, int behind);
+    void cutWholeElement(SelectionWalk &walk, int behind);
+    WalkStep reanchor(SelectionWalk &walk, bool afterElementCut);
+    WalkStep leaveElement(SelectionWalk &walk);
+    WalkStep joinNeighbour(SelectionWalk &walk);
+    WalkStep finishAtUnholdableEnd(SelectionWalk &walk);
+    WalkStep finishAtRangeEnd(SelectionWalk &walk);
+    WalkStep finishInsideTextRun(SelectionWalk &walk);
+    bool deleteListInSelection(SelectionWalk &walk);
+    int lastCaretPositionInList(int list, int listEnd);
     // -- end of SelectionDeletion protected --
 
     // ==== Spaces: walks over skipped white space shared by typing and deletion ====
@@ -235,6 +296,7 @@ protected:
     // True when the walk met another element; without `crossElements` it stops there.
     bool skipSpacesBackwards(int &position, bool crossElements);
     bool skipSpacesFromPos(int &position, bool crossElements);
+    bool skipSkippedPositions(int &position, bool crossElements, bool forward);
     // -- end of Spaces protected --
 
     // ==== Deletion: erase, Delete and Backspace at every boundary ====
@@ -296,8 +358,19 @@ protected:
     // ==== Objects: document objects and settings the editing core needs ====
     // (EditableDocumentBuffer_Objects.cpp)
 public:
+    // True when `position` lies in a "fo:static-content", and, for a non-empty
+    // `flowName`, one whose flow-name is `flowName`.
+    bool isInFoStaticContent(int position, Core::String flowName);
+    // True when an "ot:security" among the root's children (from the first one up to
+    // "fo:layout-master-set") protects the document: object "document", protection
+    // enforced, editing not allowed.
+    bool documentIsProtectedFromEditing();
     // -- end of Objects public --
 protected:
+    // The value of a property such as "fo:flow-name" on the tag at `tagPosition`, as
+    // stored (entities kept): written plain in an element of the property's namespace,
+    // or qualified. Empty when absent.
+    Core::String getTagPropertyValue(int tagPosition, Core::String const &propertyName) const;
     // -- end of Objects protected --
 
     // ==== Lists: the hand-overs to the list operations ====
@@ -310,8 +383,22 @@ protected:
     // ==== Tables: the table buffer of a position ====
     // (EditableDocumentBuffer_Tables.cpp)
 public:
+    // The buffer of the table around `position`, or around the caret for -1; the
+    // cached one when it covers exactly the same stretch. Null while tables cannot be
+    // edited as trees.
+    SmartPtr<EditableTableBuffer> getEditableTableBuffer(int position);
     // -- end of Tables public --
 protected:
+    // The start tag of the innermost "fo:table" around the caret, or -1.
+    int getTableAroundCaret();
+    // The table start the cached buffer stands for, -1 without a cache.
+    int getCachedTableStart() const;
+    // Step 4 of setContent: keep, replace or clear the cache for the caret's table.
+    void refreshTableCacheAfterLoad();
+    // The caret moved inside the cached table: its end and the cells follow.
+    void followCaretInCachedTable();
+    // A selection in the cached table: the end cell goes where the pivot lies.
+    void placeCachedTableEndCell();
     // -- end of Tables protected --
 
 protected:
