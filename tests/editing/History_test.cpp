@@ -1,0 +1,239 @@
+#include "editing/EditActionGroup.h"
+#include "editing/EditActionStack.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+EditAction insert(int position, Core::String text)
+{
+    return EditAction(EditAction::InsertText, position, -1, -1, std::move(text));
+}
+
+EditAction erase(int position, Core::String text)
+{
+    return EditAction(EditAction::DeleteText, position, -1, -1, std::move(text));
+}
+
+EditAction caretMark(int caret, int pivot)
+{
+    return EditAction(EditAction::SetCaret, -1, caret, pivot, Core::String());
+}
+
+// A list as text, front first: "I3:ab" insert, "D3:ab" delete, "C5/5" caret mark,
+// "(" and ")" group markers, "S" whole content.
+std::string describe(std::list<EditAction> const &actions)
+{
+    std::string out;
+    for (EditAction const &action : actions) {
+        if (!out.empty())
+            out += ' ';
+        switch (action.getType()) {
+        case EditAction::InsertText:
+            out += "I" + std::to_string(action.getActionPosition()) + ":" + action.getString().toUtf8();
+            break;
+        case EditAction::DeleteText:
+            out += "D" + std::to_string(action.getActionPosition()) + ":" + action.getString().toUtf8();
+            break;
+        case EditAction::SetCaret:
+            out += "C" + std::to_string(action.getCaretPosition()) + "/" +
+                   std::to_string(action.getSelPivotPosition());
+            break;
+        case EditAction::SetContent:
+            out += "S";
+            break;
+        case EditAction::GroupStart:
+            out += "(";
+            break;
+        case EditAction::GroupEnd:
+            out += ")";
+            break;
+        }
+    }
+    return out;
+}
+
+std::string undoList(EditActionStack const &stack)
+{
+    return describe(stack.getUndoActions());
+}
+
+std::string redoList(EditActionStack const &stack)
+{
+    return describe(stack.getRedoActions());
+}
+
+} // namespace
+
+TEST(EditActionStackTest, StoresInversesAndMovesMirrorsBetweenTheLists)
+{
+    EditActionStack stack;
+    {
+        EditActionGroup group(&stack);
+        stack.addAction(caretMark(3, 3));
+        stack.addAction(insert(3, "ab"));
+        stack.addAction(erase(7, "x"));
+    }
+    EXPECT_EQ(undoList(stack), "( C3/3 D3:ab I7:x )");
+
+    // Taken from the back, as stored; the redo list gets the mirror.
+    EXPECT_EQ(stack.getUndoAction().getType(), EditAction::GroupEnd);
+    EditAction const taken = stack.getUndoAction();
+    EXPECT_EQ(taken.getType(), EditAction::InsertText);
+    EXPECT_EQ(taken.getString(), "x");
+    EXPECT_EQ(undoList(stack), "( C3/3 D3:ab");
+    EXPECT_EQ(redoList(stack), "( D7:x");
+
+    EXPECT_EQ(stack.getRedoAction().getType(), EditAction::DeleteText);
+    EXPECT_EQ(undoList(stack), "( C3/3 D3:ab I7:x");
+    EXPECT_EQ(redoList(stack), "(");
+}
+
+TEST(EditActionStackTest, EmptySplicesLeaveNoTraceButCaretMarksKillTheRedoBranch)
+{
+    EditActionStack stack;
+    stack.addAction(insert(0, "a"));
+    stack.getUndoAction();
+    ASSERT_TRUE(stack.hasMoreRedoActions());
+
+    stack.addAction(erase(4, ""));
+    stack.addAction(insert(4, ""));
+    EXPECT_EQ(undoList(stack), "");
+    EXPECT_EQ(redoList(stack), "I0:a");
+
+    stack.addAction(caretMark(1, 1));
+    EXPECT_EQ(undoList(stack), "C1/1");
+    EXPECT_FALSE(stack.hasMoreRedoActions());
+}
+
+TEST(EditActionStackTest, LimitDropsTheOldestOneAtATimeCountingMarkers)
+{
+    EditActionStack stack(3);
+    stack.addAction(insert(0, "a"));
+    stack.addAction(insert(1, "b"));
+    stack.addAction(insert(2, "c"));
+    stack.addAction(insert(3, "d"));
+    EXPECT_EQ(undoList(stack), "D1:b D2:c D3:d");
+
+    // Markers are not trimmed for when they go in, but they are counted, so the list
+    // can stand over the limit; each later addition still trims one action only.
+    stack.startActionGroup();
+    EXPECT_EQ(stack.undoActionCount(), 4);
+    stack.addAction(insert(4, "e"));
+    EXPECT_EQ(undoList(stack), "D2:c D3:d ( D4:e");
+    stack.endActionGroup();
+    stack.addAction(insert(5, "f"));
+    EXPECT_EQ(undoList(stack), "D3:d ( D4:e ) D5:f");
+}
+
+TEST(EditActionStackTest, TrackingPositionFollowsSplicesAndIsNotClamped)
+{
+    EditActionStack stack;
+    stack.startTrackingPos(10);
+    stack.addAction(insert(10, "abc")); // at the position: moves
+    stack.addAction(insert(20, "x"));   // after it: stays
+    stack.addAction(erase(2, "12345")); // spans nothing after it, still subtracts
+    EXPECT_EQ(stack.retrieveTrackingPos(), 8);
+    EXPECT_EQ(stack.retrieveTrackingPos(), -1);
+
+    stack.startTrackingPos(4);
+    stack.addAction(erase(3, "0123456789")); // the position was inside: no clamping
+    EXPECT_EQ(stack.retrieveTrackingPos(), -6);
+
+    // Undo of an insertion takes its length back off; redo adds it again.
+    stack.clearStack();
+    stack.addAction(insert(0, "ab"));
+    stack.startTrackingPos(5);
+    stack.getUndoAction();
+    stack.startTrackingPos(stack.retrieveTrackingPos());
+    EXPECT_EQ(stack.retrieveTrackingPos(), 3);
+    stack.startTrackingPos(3);
+    stack.getRedoAction();
+    EXPECT_EQ(stack.retrieveTrackingPos(), 5);
+}
+
+TEST(EditActionStackTest, ClearStackEmptiesBothListsAndKeepsTracking)
+{
+    EditActionStack stack;
+    stack.addAction(insert(0, "a"));
+    stack.addAction(insert(1, "b"));
+    stack.getUndoAction();
+    stack.startTrackingPos(7);
+    stack.clearStack();
+    EXPECT_FALSE(stack.hasMoreUndoActions());
+    EXPECT_FALSE(stack.hasMoreRedoActions());
+    EXPECT_EQ(stack.retrieveTrackingPos(), 7);
+}
+
+// A transaction rolled back gives back exactly the history it started from, whatever
+// it did to the lists: trims at the limit, a killed redo branch, undo, a cleared stack.
+TEST(EditActionStackTest, RollingBackACheckpointRestoresListsLimitAndTracking)
+{
+    EditActionStack stack(4);
+    stack.addAction(insert(0, "a"));
+    stack.addAction(insert(1, "b"));
+    stack.addAction(insert(2, "c"));
+    stack.addAction(insert(3, "d"));
+    stack.getUndoAction();
+    stack.startTrackingPos(9);
+    EditActionStack const before(stack);
+
+    EditActionStack::Checkpoint const checkpoint = stack.openCheckpoint();
+    stack.addAction(insert(5, "e"));
+    stack.addAction(insert(6, "f"));
+    stack.getUndoAction();
+    stack.getUndoAction();
+    stack.getUndoAction();
+    stack.getRedoAction();
+    stack.startTrackingPos(1);
+    stack.clearStack();
+    stack.addAction(insert(7, "g"));
+    stack = EditActionStack(2);
+
+    stack.rollBackTo(checkpoint);
+    EXPECT_EQ(undoList(stack), undoList(before));
+    EXPECT_EQ(redoList(stack), redoList(before));
+    EXPECT_EQ(stack.getLimit(), 4);
+    EXPECT_EQ(stack.retrieveTrackingPos(), 9);
+
+    // The checkpoint stays usable after a roll-back.
+    stack.addAction(insert(8, "h"));
+    stack.rollBackTo(checkpoint);
+    EXPECT_EQ(undoList(stack), undoList(before));
+    stack.releaseCheckpoint();
+    EXPECT_EQ(stack.openCheckpointCount(), 0);
+}
+
+TEST(EditActionStackTest, NestedCheckpointsRollBackToTheirOwnPoint)
+{
+    EditActionStack stack;
+    stack.addAction(insert(0, "a"));
+    EditActionStack::Checkpoint const outer = stack.openCheckpoint();
+    stack.addAction(insert(1, "b"));
+    EditActionStack::Checkpoint const inner = stack.openCheckpoint();
+    stack.getUndoAction();
+    stack.getUndoAction();
+
+    stack.rollBackTo(inner);
+    EXPECT_EQ(undoList(stack), "D0:a D1:b");
+    EXPECT_EQ(redoList(stack), "");
+    stack.releaseCheckpoint();
+
+    stack.rollBackTo(outer);
+    EXPECT_EQ(undoList(stack), "D0:a");
+    stack.releaseCheckpoint();
+}
+
+TEST(EditActionStackTest, ReleasingTheLastCheckpointKeepsTheChanges)
+{
+    EditActionStack stack;
+    stack.addAction(insert(0, "a"));
+    stack.getUndoAction();
+    stack.openCheckpoint();
+    stack.addAction(insert(1, "b"));
+    stack.releaseCheckpoint();
+    EXPECT_EQ(undoList(stack), "D1:b");
+    EXPECT_EQ(redoList(stack), "");
+}
