@@ -2,6 +2,13 @@
 
 // The umbrella header: everything a host needs.
 
+#include "editing/EditAction.h"
+#include "editing/EditActionGroup.h"
+#include "editing/EditActionStack.h"
+#include "editing/EditableDocumentBuffer.h"
+#include "editing/EditableDocumentBufferState.h"
+#include "editing/FreezeNotifications.h"
+#include "editing/IEditableBufferMonitor.h"
 #include "support/Exception.h"
 #include "support/Object.h"
 #include "support/SmartPtr.h"
