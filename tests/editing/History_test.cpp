@@ -1,5 +1,8 @@
+#include "common/MarkedDocument.h"
+
 #include "editing/EditActionGroup.h"
 #include "editing/EditActionStack.h"
+#include "editing/FreezeNotifications.h"
 
 #include <gtest/gtest.h>
 
@@ -236,4 +239,174 @@ TEST(EditActionStackTest, ReleasingTheLastCheckpointKeepsTheChanges)
     stack.releaseCheckpoint();
     EXPECT_EQ(undoList(stack), "D1:b");
     EXPECT_EQ(redoList(stack), "");
+}
+
+// The buffer's history ------------------------------------------------------------------
+
+using foedit::test::configureStandardHost;
+using foedit::test::EditCheck;
+using foedit::test::expectEdit;
+using foedit::test::loadMarked;
+using foedit::test::markedFlow;
+
+namespace {
+
+class HistoryProbe : public EditableDocumentBuffer {
+public:
+    using EditableDocumentBuffer::addAction;
+    using EditableDocumentBuffer::addCaretMark;
+    using EditableDocumentBuffer::deleteXmlText;
+    using EditableDocumentBuffer::insertXmlTextAtPosition;
+    using EditableDocumentBuffer::replaceXmlText;
+};
+
+SmartPtr<HistoryProbe> loadProbe(Core::String const &markedBody)
+{
+    SmartPtr<HistoryProbe> probe(new HistoryProbe());
+    configureStandardHost(*probe);
+    loadMarked(*probe, markedBody);
+    return probe;
+}
+
+// Positions in the flow body, counted from the body's first unit.
+int at(int bodyOffset)
+{
+    return foedit::test::flowBodyStart() + bodyOffset;
+}
+
+// A recorded edit the way every editing operation makes one.
+void recordedInsert(HistoryProbe &buffer, int position, Core::String const &text)
+{
+    EditActionGroup group(&buffer);
+    buffer.addCaretMark();
+    buffer.insertXmlTextAtPosition(position, text);
+    buffer.addAction(EditAction(EditAction::InsertText, position, -1, -1, text));
+    buffer.addCaretMark();
+}
+
+} // namespace
+
+//  <fo:block>ab|cd</fo:block>
+//  0123456789^
+TEST(HistoryTest, InsertionsCarryCaretAndPivotAtOrAfterTheirPosition)
+{
+    auto buffer = loadProbe("<fo:block>a^b|cd</fo:block>");
+    buffer->insertXmlTextAtPosition(at(12), "X");
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>a^bX|cd</fo:block>");
+    buffer->insertXmlTextAtPosition(at(11), "Y");
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>aY^bX|cd</fo:block>");
+    buffer->insertXmlTextAtPosition(at(15), "Z");
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>aY^bX|cZd</fo:block>");
+    buffer->insertXmlTextAtPosition(-1, "never");
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>aY^bX|cZd</fo:block>");
+}
+
+// A value on `last` ends one before `first`, not on it.
+TEST(HistoryTest, DeletionsMoveCaretAndPivotByTheirOwnRule)
+{
+    struct Case {
+        const char *before;
+        int first, last;
+        const char *after;
+    };
+    for (Case const &c : {
+             Case{"<fo:block>a|bcdef</fo:block>", 11, 13, "<fo:block>a|ef</fo:block>"}, // at first: stays
+             Case{"<fo:block>ab|cdef</fo:block>", 11, 13, "<fo:block>a|ef</fo:block>"}, // inside: first
+             Case{"<fo:block>abc|def</fo:block>", 11, 13, "<fo:block>|aef</fo:block>"}, // on last: first - 1
+             Case{"<fo:block>abcd|ef</fo:block>", 11, 13, "<fo:block>a|ef</fo:block>"}, // just after
+             Case{"<fo:block>abcde|f</fo:block>", 11, 13, "<fo:block>ae|f</fo:block>"}, // later: shifts
+             Case{"<fo:block>a^bcde|f</fo:block>", 11, 13, "<fo:block>a^e|f</fo:block>"}, // both ends
+         }) {
+        SCOPED_TRACE(c.before);
+        auto buffer = loadProbe(c.before);
+        EXPECT_EQ(buffer->deleteXmlText(at(c.first), at(c.last)), "bcd");
+        EXPECT_EQ(markedFlow(*buffer), c.after);
+    }
+    auto buffer = loadProbe("<fo:block>ab|c</fo:block>");
+    EXPECT_EQ(buffer->deleteXmlText(at(12), at(100000)), "");
+    EXPECT_EQ(buffer->deleteXmlText(-1, at(11)), "");
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>ab|c</fo:block>");
+}
+
+TEST(HistoryTest, AReplacementIsOneUndoStepWithTheSelectionRestored)
+{
+    EditCheck("<fo:block>a^bc|d</fo:block>")
+        .expectOn<HistoryProbe>([](HistoryProbe &b) { b.replaceXmlText(at(11), at(12), "XYZ"); },
+                                "<fo:block>aXYZ|d</fo:block>");
+}
+
+TEST(HistoryTest, NestedGroupsAreUndoneAndRedoneAsOneStep)
+{
+    EditCheck("<fo:block>ab|</fo:block>")
+        .expectOn<HistoryProbe>(
+            [](HistoryProbe &b) {
+                EditActionGroup outer(&b);
+                recordedInsert(b, at(12), "1");
+                {
+                    EditActionGroup inner(&b);
+                    recordedInsert(b, at(13), "2");
+                }
+                b.replaceXmlText(at(10), at(10), "A");
+            },
+            "<fo:block>Ab12|</fo:block>");
+}
+
+TEST(HistoryTest, AnEmptyGroupIsAnUndoStepThatChangesNothing)
+{
+    auto buffer = loadProbe("<fo:block>a|b</fo:block>");
+    recordedInsert(*buffer, at(12), "c");
+    {
+        EditActionGroup empty(buffer.get());
+    }
+    buffer->undo();
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>a|bc</fo:block>");
+    EXPECT_TRUE(buffer->canRedo());
+    buffer->undo();
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>a|b</fo:block>");
+}
+
+TEST(HistoryTest, ACaretLeftOutOfRangeByAReplayGoesHome)
+{
+    auto buffer = loadProbe("<fo:block>a|b</fo:block><fo:block>c</fo:block>");
+    buffer->addAction(EditAction(EditAction::SetCaret, -1, 100000, 100000, Core::String()));
+    buffer->undo();
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>|ab</fo:block><fo:block>c</fo:block>");
+}
+
+// With the oldest actions trimmed away, the first step's group has lost its start:
+// undo runs to the end of the list and stops there.
+TEST(HistoryTest, UndoPastATrimmedHistoryJustStops)
+{
+    auto buffer = loadProbe("<fo:block>|</fo:block>");
+    buffer->getActionStack() = EditActionStack(7);
+    for (int i = 0; i < 3; ++i)
+        recordedInsert(*buffer, at(10 + i), Core::String::number(static_cast<long long>(i)));
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>012|</fo:block>");
+    buffer->undo();
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>01|</fo:block>");
+    buffer->undo();
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>0|</fo:block>");
+    EXPECT_FALSE(buffer->canUndo());
+    buffer->undo();
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>0|</fo:block>");
+    buffer->redo();
+    buffer->redo();
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>012|</fo:block>");
+}
+
+TEST(HistoryTest, UndoAndRedoEachNotifyOnceWhateverTheyReplay)
+{
+    auto buffer = loadProbe("<fo:block>a|</fo:block>");
+    recordedInsert(*buffer, at(11), "b");
+    recordedInsert(*buffer, at(12), "c");
+    foedit::test::RecordingMonitor monitor;
+    buffer->setMonitor(&monitor);
+    {
+        EditActionGroup both(buffer.get());
+        buffer->replaceXmlText(at(10), at(10), "A");
+        buffer->replaceXmlText(at(11), at(11), "B");
+    }
+    monitor.clear();
+    buffer->undo();
+    EXPECT_EQ(monitor.events, (std::vector<std::string>{"buffer", "caret"}));
 }
