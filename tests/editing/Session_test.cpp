@@ -17,7 +17,6 @@ using foedit::test::loadMarked;
 using foedit::test::loadMarkedDocument;
 using foedit::test::markedContent;
 using foedit::test::markedFlow;
-using foedit::test::parseMarked;
 using foedit::test::RecordingMonitor;
 using foedit::test::wrapInFlow;
 using Events = std::vector<std::string>;
@@ -27,8 +26,6 @@ namespace {
 // Reaches the protected members the session's rules are about.
 class SessionProbe : public EditableDocumentBuffer {
 public:
-    using EditableDocumentBuffer::getSelectionEndIndex;
-    using EditableDocumentBuffer::getSelectionStartIndex;
     using EditableDocumentBuffer::replaceXmlText;
     using EditableDocumentBuffer::setCaret;
     bool isProtected() const { return documentProtected; }
@@ -51,12 +48,6 @@ Core::String withStaticContent(Core::String const &head, Core::String const &bod
                "<fo:static-content flow-name=\"xsl-region-before\">") +
            head + "</fo:static-content><fo:flow flow-name=\"xsl-region-body\">" + body +
            "</fo:flow></fo:page-sequence></fo:root>";
-}
-
-// Where `^` stands in a marked document: a position to move to in a test.
-int positionOfPivotMarker(Core::String const &markedDocument)
-{
-    return parseMarked(markedDocument).pivot;
 }
 
 } // namespace
@@ -189,20 +180,6 @@ TEST(SessionTest, ProtectionComesFromTheSecurityRecordUnderTheRoot)
     }
 }
 
-TEST(SessionTest, StaticContentIsTestedByItsFlowName)
-{
-    auto buffer = makeProbe();
-    Core::String const document =
-        withStaticContent("<fo:block>h^ead</fo:block>", "<fo:block>b|ody</fo:block>");
-    loadMarkedDocument(*buffer, document);
-    int const inHead = positionOfPivotMarker(document);
-    EXPECT_TRUE(buffer->isInFoStaticContent(inHead, ""));
-    EXPECT_TRUE(buffer->isInFoStaticContent(inHead, "xsl-region-before"));
-    EXPECT_FALSE(buffer->isInFoStaticContent(inHead, "xsl-region-after"));
-    EXPECT_FALSE(buffer->isInFoStaticContent(buffer->getCaretPos(), ""));
-    EXPECT_FALSE(buffer->isInFoStaticContent(-1, ""));
-}
-
 // The caret gate ----------------------------------------------------------------------------
 
 TEST(SessionTest, CaretMovesNotifyCaretThenSelectionOnlyWhenASelectionIsInvolved)
@@ -240,35 +217,26 @@ TEST(SessionTest, CaretMovesNotifyCaretThenSelectionOnlyWhenASelectionIsInvolved
     EXPECT_EQ(monitor.events, (Events{"caret", "selection", "caret", "selection"}));
 }
 
-TEST(SessionTest, ASelectionCannotBeExtendedOutOfItsFlow)
+// Header and flow: a selection never leaves its flow, page-master mode keeps the caret
+// in static content, and the dummy page has no caret at all.
+TEST(SessionTest, TheGateKeepsTheCaretWhereTheModesAllowIt)
 {
     auto buffer = makeProbe();
-    Core::String const document =
-        withStaticContent("<fo:block>h^ead</fo:block>", "<fo:block>b|ody</fo:block>");
-    loadMarkedDocument(*buffer, document);
-    buffer->resetSelection();
-    Core::String const before = markedContent(*buffer);
-    RecordingMonitor monitor;
-    buffer->setMonitor(&monitor);
-    buffer->setCaret(true, positionOfPivotMarker(document));
-    EXPECT_EQ(markedContent(*buffer), before);
-    EXPECT_TRUE(monitor.events.empty());
-
-    // Without extending, the caret may go anywhere.
-    buffer->setCaret(false, positionOfPivotMarker(document));
-    EXPECT_EQ(buffer->getCaretPos(), positionOfPivotMarker(document));
-}
-
-TEST(SessionTest, PageMasterModeKeepsTheCaretInStaticContentAndTheDummyPageHasNone)
-{
-    auto buffer = makeProbe();
-    Core::String const document =
-        withStaticContent("<fo:block>h^ead</fo:block>", "<fo:block>b|ody</fo:block>");
-    loadMarkedDocument(*buffer, document);
-    int const inHead = positionOfPivotMarker(document);
+    loadMarkedDocument(*buffer,
+                       withStaticContent("<fo:block>h^ead</fo:block>", "<fo:block>b|ody</fo:block>"));
+    int const inHead = buffer->getSelectionPivotPos();
     int const inBody = buffer->getCaretPos();
+    EXPECT_TRUE(buffer->isInFoStaticContent(inHead, "xsl-region-before"));
+    EXPECT_FALSE(buffer->isInFoStaticContent(inHead, "xsl-region-after"));
+    EXPECT_FALSE(buffer->isInFoStaticContent(inBody, ""));
+    buffer->resetSelection();
     RecordingMonitor monitor;
     buffer->setMonitor(&monitor);
+
+    buffer->setCaret(true, inHead);
+    EXPECT_EQ(buffer->getCaretPos(), inBody);
+    EXPECT_EQ(buffer->getSelectionPivotPos(), inBody);
+    EXPECT_TRUE(monitor.events.empty());
 
     buffer->setPageMasterEditingMode(true);
     buffer->setCaret(false, inBody + 1);
@@ -284,24 +252,6 @@ TEST(SessionTest, PageMasterModeKeepsTheCaretInStaticContentAndTheDummyPageHasNo
     EXPECT_EQ(buffer->getCaretPos(), -1);
     EXPECT_EQ(buffer->getSelectionPivotPos(), -1);
     EXPECT_EQ(monitor.events, (Events{"caret", "selection", "caret", "selection"}));
-}
-
-TEST(SessionTest, SelectionIndexesTreatTheRangeAsHalfOpen)
-{
-    auto buffer = makeProbe();
-    loadMarked(*buffer, "<fo:block>a|bc^d</fo:block>");
-    int const caret = buffer->getCaretPos();
-    EXPECT_EQ(buffer->getSelectionStartIndex(), caret);
-    EXPECT_EQ(buffer->getSelectionEndIndex(), caret + 1);
-    EXPECT_FALSE(buffer->offsetIsInSelection(caret - 1));
-    EXPECT_TRUE(buffer->offsetIsInSelection(caret));
-    EXPECT_TRUE(buffer->offsetIsInSelection(caret + 2));
-    EXPECT_FALSE(buffer->offsetIsInSelection(caret + 3));
-
-    buffer->resetSelection();
-    EXPECT_EQ(markedFlow(*buffer), "<fo:block>a|bcd</fo:block>");
-    EXPECT_EQ(buffer->getSelectionEndIndex(), caret);
-    EXPECT_FALSE(buffer->offsetIsInSelection(caret));
 }
 
 // Notifications and snapshots ---------------------------------------------------------------
