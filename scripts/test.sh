@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Builds foedit and runs every test. With CI=true the build treats warnings as
+# errors, and a second build runs the tests again under AddressSanitizer and
+# UndefinedBehaviorSanitizer. Build folders: build/release and build/sanitize.
+#
+#   FOEDIT_JOBS    parallel build and test jobs (default: number of cores)
+#   FOEDIT_SLOW    set to 1 to run the suites labelled "slow" in full under the
+#                  sanitizer too; by default the sanitizer build leaves them out
+set -euo pipefail
+
+root=$(cd "$(dirname "$0")/.." && pwd)
+jobs=${FOEDIT_JOBS:-$(nproc)}
+ci=${CI:-false}
+
+"$root/scripts/bootstrap.sh"
+
+build_and_test() { # <folder> <ctest arguments...> -- <cmake options...>
+    local folder=$1; shift
+    local ctest_args=()
+    while [[ $# -gt 0 && $1 != -- ]]; do ctest_args+=("$1"); shift; done
+    shift
+    cmake -S "$root" -B "$root/build/$folder" -G Ninja "$@" >/dev/null
+    cmake --build "$root/build/$folder" -j "$jobs"
+    ctest --test-dir "$root/build/$folder" -j "$jobs" --output-on-failure "${ctest_args[@]}"
+}
+
+release_options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo)
+[[ $ci == true ]] && release_options+=(-DFOEDIT_WERROR=ON)
+build_and_test release -- "${release_options[@]}"
+
+if [[ $ci == true ]]; then
+    export ASAN_OPTIONS=halt_on_error=1:abort_on_error=1:detect_leaks=1:strict_string_checks=1
+    export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
+    sanitize_ctest=()
+    [[ ${FOEDIT_SLOW:-0} == 1 ]] || sanitize_ctest=(-LE slow)
+    build_and_test sanitize "${sanitize_ctest[@]}" -- \
+        -DCMAKE_BUILD_TYPE=Debug -DFOEDIT_SANITIZE=ON -DFOEDIT_WERROR=ON -DFOEDIT_BUILD_BENCH=OFF
+fi
