@@ -4,7 +4,10 @@
 #include "editing/EditAction.h"
 #include "editing/EditActionStack.h"
 #include "editing/IEditableBufferMonitor.h"
+#include "editing/TextFormat.h"
 #include "markup/EditableXmlBuffer.h"
+#include "support/DocumentEncoding.h"
+#include "support/PropertyCollection.h"
 #include "support/SmartPtr.h"
 #include "support/String.h"
 
@@ -342,17 +345,91 @@ protected:
     // -- end of Breaks protected --
 
     // ==== Properties: attributes as properties, inline formatting, classes ====
-    // (EditableDocumentBuffer_Properties.cpp)
+    // (EditableDocumentBuffer_Properties.cpp, EditableDocumentBuffer_Formatting.cpp)
+    //
+    // A property name carries the namespace of its element ("fo:color"); in the markup
+    // an attribute of an element of that namespace is written plain. Every write is
+    // one undo step and ends a typing run.
 public:
+    // Of the element at `path`, or of the element the selection starts with.
+    PropertyCollection getProperties(Core::String const &path);
+    // Of the element of that name at `position`, or its nearest such ancestor.
+    PropertyCollection getProperties(Core::String const &name, int position);
+    // One collection per element of that name that starts inside the selection.
+    Core::Vector<PropertyCollection> getPropertiesList(Core::String const &name);
+    // The main write: on the element at `path`, on a selected element, or, for a
+    // selection of text, by formatting each run of it (formatInline).
+    void setProperties(PropertyCollection properties, Core::String path);
+    void setProperties(PropertyCollection properties, Core::String name, int position);
+    void setProperty(EditableProperty property, Core::String path);
+    // Removes every attribute of the element at `path` (or of the selected element).
+    void removeProperties(Core::String const &path);
+    // The first value of `name` found on the element at `position` and its ancestors.
+    Core::String getInheritablePropertyValueAtPosition(Core::String const &name, int position);
+    // On the nearest ancestor of the caret called `elementName`.
+    bool getParentProperty(Core::String elementName, Core::String propertyName, Core::String &value);
+    void setParentProperty(Core::String elementName, Core::String propertyName, Core::String value);
+    // The style class ("fo:class") of the selected element or the caret's element.
+    void applyStyleOnElement(Core::String className, Core::String elementName);
+    void getCrtElementClassName(Core::String &className, Core::String &elementName);
+    // The whole markup of the element at `path`, or of the caret's ancestor `name`.
+    Core::String getCrtObjectContent(Core::String path);
+    Core::String getCrtObjectContent(Core::String name, bool inclusive);
     // -- end of Properties public --
 protected:
+    PropertyCollection getPropertiesFromElementAt(int elementPosition);
+    // Merges `properties` into the start tag at `elementPosition`, declaring on the
+    // root the known namespaces they use. Returns how far the string grew.
+    int setPropertiesForElementAt(int elementPosition, PropertyCollection properties);
+    // Cuts all attributes from the tag and returns them, leading blank included.
+    Core::String clearPropertiesForElementAt(int elementPosition);
+    // Formats [start, end): each run of text gets an "fo:inline" of its own, or the
+    // properties go on an element whose whole content the run is.
+    void formatInline(int start, int end, PropertyCollection properties);
+    PropertyCollection getAndRemoveNonInlineProperties(PropertyCollection &properties);
+    bool isNonInlineProperty(EditableProperty property);
+
+    // Phases of the writes.
+    // The index where the name of the tag at `elementPosition` ends, `tagEnd` at most.
+    int getTagNameEndForAttributes(int elementPosition, int tagEnd) const;
+    // The index behind the element at `elementPosition` (self-closing or not), or -1.
+    int getPositionBehindElement(int elementPosition);
+    // Declares on the root the known namespaces `properties` use; the root's growth.
+    int declareNamespacesOfProperties(int elementPosition, PropertyCollection const &properties);
+    // Where a formatting run starting at `position` ends, before `end` at most.
+    int findFormattingRunEnd(int position, int end);
+    bool runFillsElement(int position, int runEnd, int element);
+    // Wraps [position, runEnd) in a new "fo:inline" with `properties`.
+    void wrapRunInInline(int &position, int &runEnd, int &end, PropertyCollection const &properties);
+    // The element the class commands work on, from the selection start `start`.
+    int getClassTarget(int start);
+    // The selected element got `growth` more units: select it again whole.
+    void reselectElement(int start, int end, int growth);
     // -- end of Properties protected --
 
     // ==== Export: selection as text or markup, plain text, saving ====
     // (EditableDocumentBuffer_Export.cpp)
 public:
+    // The selection as plain text or as a markup fragment; empty without one, and for
+    // a format that is neither.
+    Core::String getSelectionAs(TextFormat format);
+    // The element at `path` in that form. It is selected for the moment; afterwards
+    // only the caret is back, and a selection the user had is gone.
+    Core::String getSelectionAs(TextFormat format, Core::String path);
+    // Writes the string as it stands in `encoding`. An encoding that is none of the
+    // three writes nothing; a failed write leaves the old file as it was.
+    void saveToFile(Core::String const &path, DocumentEncoding encoding);
     // -- end of Export public --
 protected:
+    Core::String getSelectionAsPlainText();
+    // The text of [start, end), entities as they stand, with a line feed at each
+    // boundary of an element that is not an inline.
+    Core::String getPlainText(int start, int end);
+    // The whole document: the page sequences under a copy of the root start tag.
+    Core::String getAllPageSequencesWrappedInRoot();
+    // Markup pretty-printed with line feeds and tabs, from nesting `level` on (0: the
+    // depth of the caret's element).
+    Core::String indentXmlText(Core::String const &text, int level);
     // -- end of Export protected --
 
     // ==== Objects: document objects and settings the editing core needs ====
