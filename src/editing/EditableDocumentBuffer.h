@@ -181,10 +181,30 @@ protected:
     // The first stop inside the static content called `regionName` of the page
     // sequence at `sequencePosition`, or -1.
     int getFirstEditPosInStaticContent(Core::String const &regionName, int sequencePosition);
+
+    // Helpers of the walks. Tag names are compared in place, without building strings.
+    bool tagNameIsOneOf(int position, std::vector<Core::String> const &names) const;
+    bool isInlineEditableElementAt(int position) const;
+    bool isBlockEditableElementAt(int position) const;
+    bool isInlineEditableClosingTagAt(int position) const;
+    // canHoldCaret with the current element of `position` already known.
+    bool canHoldCaretIn(int position, int currentElement);
+    bool isMergeableInline(int tagPosition) const;
+    bool closesMergeableInline(int position, int currentElement) const;
+    int getLastTagOfDocument() const;
+    int getRootClosingTag() const;
+    bool moveRightInTableOrder();
+    bool moveLeftInTableOrder();
+    bool enterTableFromBehind(int previous);
+    int rowGroupOfTable(Core::String const &name, int position, int table);
+    int positionAfterElement(int element);
+    int positionBeforeElementEnd(int element);
     // -- end of Caret protected --
 
     // ==== Words: word jumps and the selection commands ====
     // (EditableDocumentBuffer_Words.cpp, EditableDocumentBuffer_Selection.cpp)
+    friend class WordJumpWalk;
+
 public:
     void jumpToNextWord(bool extendSelection);
     void jumpToPreviousWord(bool extendSelection);
@@ -203,6 +223,10 @@ protected:
     bool isElementSelected(Core::String const &name);
     bool selectionIsEntireElementContent(int first, int last);
     bool isWordSeparator(wchar_t character);
+    // Selects from the element's start tag to the position behind its closing tag.
+    void selectWholeElement(int element);
+    // The first and the last caret stop inside the element, -1 for none.
+    void getElementStopRange(int element, int &first, int &last);
     // -- end of Words protected --
 
     // ==== Typing: insertText, pasting, placeholders ====
