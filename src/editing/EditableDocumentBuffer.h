@@ -238,6 +238,9 @@ public:
     bool insertText(Core::String const &text, bool isXml, bool selectInserted);
     // Refuses a position that cannot hold the caret; otherwise moves there and inserts.
     bool insertTextAtPosition(int position, Core::String const &text, bool isXml, bool selectInserted);
+    // The same with formatting: the text goes in wrapped in an "fo:inline" carrying
+    // `properties`, or the properties go on an element that holds just a placeholder.
+    void insertText(Core::String text, PropertyCollection properties, bool isXml, bool selectInserted);
     // -- end of Typing public --
 protected:
     void insertTextAtEditablePosition(int position, Core::String &text);
@@ -265,6 +268,9 @@ protected:
     bool isRemovableEmptyInline(int element);
     bool removeEmptyInline(int element);
     void insertPlaceholderInto(int element);
+    // Phases of typing with formatting.
+    void bringCaretIntoNewInline();
+    bool stepBackAcrossTableParts(int position);
     // -- end of Typing protected --
 
     // ==== SelectionDeletion: deleting a selection ====
