@@ -3,27 +3,17 @@
 #include "markup/EditableXmlBuffer.h"
 #include "support/WhiteSpace.h"
 
-// The next start tag or self-closing tag.
+// The next start tag or self-closing tag. getNextTagPosition never stops on a comment,
+// CDATA section or processing instruction, so only closing tags are passed here.
 int EditableXmlBuffer::getNextElementPosition(int position) const
 {
-    int t = onTagStartPosition(position) ? stepForward(position) : position;
-    t = getNextTagPosition(t);
-    while (t >= 0) {
-        if (content[t + 1] == u'/') {
-            if (content.matchesAt(t + 2, rootElement) && isNameTerminator(content[t + 2 + rootElement.length()]))
-                return -1; // the root closes: nothing follows
-            t = getNextTagPosition(stepForward(t));
-        } else if (ignoredElementAtPosition(t)) {
-            // Whatever tag stands right behind the item is the answer, even a closing tag.
-            const int after = stepForward(t);
-            if (onTagStartPosition(after))
-                return after;
-            t = getNextTagPosition(after);
-        } else {
-            return t;
-        }
+    int t = getNextTagPosition(onTagStartPosition(position) ? stepForward(position) : position);
+    while (t >= 0 && content[t + 1] == u'/') {
+        if (content.matchesAt(t + 2, rootElement) && isNameTerminator(content[t + 2 + rootElement.length()]))
+            return -1; // the root closes: nothing follows
+        t = getNextTagPosition(stepForward(t));
     }
-    return -1;
+    return t;
 }
 
 // The empty name on a text position.
