@@ -406,6 +406,16 @@ String String::reverse() const
     return copy;
 }
 
+String String::reverse(int from, int to) const
+{
+    String copy(*this);
+    from = std::max(from, 0);
+    to = std::min(to, length() - 1);
+    if (from < to)
+        std::reverse(copy.data_.begin() + from, copy.data_.begin() + to + 1);
+    return copy;
+}
+
 bool String::isDigit() const noexcept
 {
     if (empty())

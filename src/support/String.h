@@ -119,6 +119,15 @@ public:
 
     // True when non-empty and every unit is an ASCII digit.
     bool isDigit() const noexcept;
+    // True for the ASCII digits "0" to "9" only.
+    static bool isDigit(wchar_t unit) noexcept { return unit >= L'0' && unit <= L'9'; }
+    // A copy with the units from `from` to `to` (inclusive, clipped to the string)
+    // in reverse order; the rest stays in place.
+    String reverse(int from, int to) const;
+
+    // The text of a numbered message of the engine, with "{0}" where an argument
+    // goes (format it with `format`); empty for a number that has no message.
+    static String loadString(int id);
 
     // "{0} of {1}" with arguments in order; a "{n}" with no argument stays as written.
     static String format(const String &pattern, std::initializer_list<String> arguments);

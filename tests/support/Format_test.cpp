@@ -70,3 +70,15 @@ TEST(FormatTest, FormatTakesStringsAndNumbers)
     EXPECT_EQ(Format::format("{0}</{1}>", String("<a>x"), "a"), "<a>x</a>");
     EXPECT_EQ(Format::format("{0})", 10), "10)");
 }
+
+TEST(FormatTest, StringHelpersOfListNumbering)
+{
+    EXPECT_TRUE(String::isDigit(L'7'));
+    EXPECT_FALSE(String::isDigit(L'\x0663')); // an Arabic-Indic digit is no decimal digit here
+    EXPECT_EQ(String("ab123)").reverse(2, 4), "ab321)");
+    EXPECT_EQ(String("abc").reverse(-5, 99), "cba");
+    EXPECT_EQ(String("abc").reverse(2, 1), "abc");
+    EXPECT_EQ(String::format(String::loadString(19600), {"Letter Page"}),
+              "This page shows the page master \"Letter Page\".");
+    EXPECT_EQ(String::loadString(1), "");
+}
