@@ -136,7 +136,7 @@ TEST(SessionTest, EveryCorpusDocumentLoadsWithACaretInAFlowOrNone)
 // Nothing validates a loaded document; every query still answers, at every position.
 TEST(SessionTest, MalformedDocumentsLoadAndQueriesStillAnswer)
 {
-    for (Core::String const text :
+    for (Core::String const &text :
          {Core::String(), Core::String("<fo:root><fo:flow><fo:block>ab"),
           Core::String("<<<>>>&;\"'</fo:root>"), Core::String("<fo:root a=\"></fo:root>"),
           Core::String("<fo:table><fo:static-content flow-name='x'><fo:block>")}) {
