@@ -12,5 +12,6 @@ EditActionGroup::EditActionGroup(EditableDocumentBuffer *buffer) : EditActionGro
 
 EditActionGroup::~EditActionGroup()
 {
-    stack->endActionGroup();
+    if (stack != nullptr)
+        stack->endActionGroup();
 }

@@ -12,6 +12,10 @@ public:
     EditActionGroup(const EditActionGroup &) = delete;
     EditActionGroup &operator=(const EditActionGroup &) = delete;
 
+    // Forgets the group without writing its end marker: for a group whose start
+    // marker a rolled-back transaction has taken out of the history again.
+    void abandon() noexcept { stack = nullptr; }
+
 private:
-    EditActionStack *stack;
+    EditActionStack *stack; // null once abandoned
 };

@@ -1,11 +1,13 @@
 #include "editing/EditableDocumentBufferState.h"
 
+#include "editing/EditActionGroup.h"
 #include "editing/EditableDocumentBuffer.h"
 
 EditableDocumentBufferState::EditableDocumentBufferState(EditableDocumentBuffer *documentBuffer)
     : content(documentBuffer->content), buffer(documentBuffer), caret(documentBuffer->caret),
       selectionPivot(documentBuffer->selectionPivot), history(documentBuffer->actionStack.openCheckpoint()),
-      documentProtected(documentBuffer->documentProtected)
+      documentProtected(documentBuffer->documentProtected),
+      typingGroupOpen(documentBuffer->keyTypingGroup != nullptr)
 {
 }
 
@@ -16,7 +18,8 @@ EditableDocumentBufferState::~EditableDocumentBufferState()
 
 EditableDocumentBufferState::EditableDocumentBufferState(const EditableDocumentBufferState &other)
     : content(other.content), buffer(other.buffer), caret(other.caret), selectionPivot(other.selectionPivot),
-      history(other.history), documentProtected(other.documentProtected)
+      history(other.history), documentProtected(other.documentProtected),
+      typingGroupOpen(other.typingGroupOpen)
 {
     buffer->actionStack.retainCheckpoint();
 }
@@ -33,6 +36,7 @@ EditableDocumentBufferState &EditableDocumentBufferState::operator=(const Editab
     selectionPivot = other.selectionPivot;
     history = other.history;
     documentProtected = other.documentProtected;
+    typingGroupOpen = other.typingGroupOpen;
     return *this;
 }
 
@@ -43,4 +47,9 @@ void EditableDocumentBufferState::restorePreviousState()
     buffer->selectionPivot = selectionPivot;
     buffer->actionStack.rollBackTo(history);
     buffer->documentProtected = documentProtected;
+    if (!typingGroupOpen && buffer->keyTypingGroup != nullptr) {
+        buffer->keyTypingGroup->abandon();
+        delete buffer->keyTypingGroup;
+        buffer->keyTypingGroup = nullptr;
+    }
 }

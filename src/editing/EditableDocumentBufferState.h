@@ -14,7 +14,12 @@ class EditableDocumentBuffer;
 // EditActionStack, which journals what the transaction changes and gives it back on
 // restore (see EditActionStack). So a snapshot costs one copy of the document and
 // nothing that grows with the history. Snapshots are locals of one operation and
-// must not outlive their buffer; nested snapshots are released in reverse order.
+// must not outlive their buffer.
+//
+// The typing group belongs to the history too: a typing group opened during the
+// transaction has its start marker rolled back with the lists, so restoring also
+// drops that group without its end marker. Otherwise the next endKeyTypingSequence
+// would leave a lone end marker behind, and the history would no longer be as before.
 class EditableDocumentBufferState {
 public:
     explicit EditableDocumentBufferState(EditableDocumentBuffer *buffer);
@@ -32,4 +37,5 @@ private:
     int selectionPivot;
     EditActionStack::Checkpoint history; // stands for the lists, limit and tracking position
     bool documentProtected;
+    bool typingGroupOpen; // keyTypingGroup was set when the snapshot was taken
 };

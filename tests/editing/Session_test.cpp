@@ -1,6 +1,7 @@
 #include "common/MarkedDocument.h"
 #include "common/TestPaths.h"
 
+#include "editing/EditActionGroup.h"
 #include "editing/EditableDocumentBufferState.h"
 #include "editing/FreezeNotifications.h"
 #include "support/Exception.h"
@@ -29,6 +30,7 @@ public:
     using EditableDocumentBuffer::replaceXmlText;
     using EditableDocumentBuffer::setCaret;
     bool isProtected() const { return documentProtected; }
+    void openTypingGroup() { keyTypingGroup = new EditActionGroup(this); }
 };
 
 SmartPtr<SessionProbe> makeProbe()
@@ -299,9 +301,11 @@ TEST(SessionTest, RestoringASnapshotGivesBackTheDocumentAndTheHistory)
         buffer->replaceXmlText(buffer->getCaretPos(), buffer->getCaretPos() + 1, "YZ");
         buffer->undo();
         buffer->setContent(wrapInFlow("<fo:block>new</fo:block>"), false);
+        buffer->openTypingGroup(); // as the first key of a typing run does
         EditableDocumentBufferState copy(state);
         copy.restorePreviousState();
     }
+    buffer->endKeyTypingSequence(); // the rolled-back group leaves no end marker
     EXPECT_EQ(markedContent(*buffer).toUtf8(), before);
     EXPECT_EQ(buffer->getActionStack().undoActionCount(), history.undoActionCount());
     EXPECT_EQ(buffer->getActionStack().redoActionCount(), history.redoActionCount());
