@@ -170,8 +170,9 @@ void Node::set_name(const Core::String &name)
 void Node::set_namespace(const Core::String &prefix)
 {
     if (xmlAttr *attribute = Backend::attributeOf(this)) {
+        // An attribute without prefix is in no namespace, never in the default one.
         if (attribute->parent)
-            attribute->ns = Backend::namespaceFor(attribute->parent, prefix);
+            attribute->ns = prefix.empty() ? nullptr : Backend::namespaceFor(attribute->parent, prefix);
         return;
     }
     xmlNode *node = Backend::nodeOf(this);
