@@ -162,17 +162,20 @@ void DeleteBackwardsSteps::deleteSelfClosing(int &position, int q)
 {
     int const p0 = position;
     doc.setCaret(false, p0);
-    int r = q;
-    doc.deleteSpacesBetweenTags(r);
-    doc.skipSpacesBackwards(r, false);
+    int indentation = q;
+    doc.deleteSpacesBetweenTags(indentation);
+    // White space in front of the indentation that the rendering swallows goes too;
+    // the character before it stays.
+    bool changed = false;
+    int const r = cutStartBeforeTag(indentation, changed);
     if (doc.isOnInvalidPosition(r) || r > q)
-        r = q;
+        return;
     position = r;
     recordDeletion(r, doc.deleteContentAndAdjustCaret(r, p0));
     doc.addCaretMark();
 }
 
-// Where a cut of a nested block's tag at q begins: white space in front of the tag
+// Where a cut that ends with the tag at q begins: white space in front of the tag
 // that the rendering swallows goes with it. `changed` tells whether the walk back met
 // another element.
 int DeleteBackwardsSteps::cutStartBeforeTag(int q, bool &changed)
