@@ -1,0 +1,166 @@
+// Deleting a selection that crosses element boundaries.
+
+#include "common/EditCheck.h"
+#include "common/MarkedDocument.h"
+#include "common/TestPaths.h"
+
+#include "editing/EditActionGroup.h"
+#include "editing/EditableDocumentBuffer.h"
+#include "template/XmlValidator.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <vector>
+
+using foedit::test::EditCheck;
+
+namespace {
+
+// Reaches the protected deletion the way the editing commands call it: inside one
+// action group, so that it is one undo step.
+struct SelectionProbe : EditableDocumentBuffer {
+    void deleteSelected()
+    {
+        EditActionGroup group(this);
+        deleteSelection(false);
+    }
+};
+
+void expectDeletion(Core::String const &before, Core::String const &after)
+{
+    EditCheck(before).expectOn<SelectionProbe>([](SelectionProbe &b) { b.deleteSelected(); }, after);
+}
+
+// Up to `count` places spread over the text of the first flow: positions behind a
+// letter, outside tags, comments and CDATA sections, where a user can put the caret.
+std::vector<int> placesInText(Core::String const &content, int count)
+{
+    int const flow = content.find("<fo:flow");
+    int const flowEnd = content.find("</fo:flow>");
+    std::vector<int> candidates;
+    bool inTag = false;
+    for (int p = flow; flow != -1 && p != -1 && p < flowEnd; ++p) {
+        char16_t const c = content[p];
+        // Comments and CDATA sections hold no caret positions.
+        if (content.matchesAt(p, "<!--"))
+            p = content.find("-->", p);
+        else if (content.matchesAt(p, "<![CDATA["))
+            p = content.find("]]>", p);
+        else if (c == u'<' || c == u'>')
+            inTag = c == u'<';
+        else if (!inTag && p + 1 < flowEnd && std::isalpha(static_cast<unsigned char>(c)) && c < 128)
+            candidates.push_back(p + 1);
+    }
+    std::vector<int> places;
+    for (int i = 0; i < count && !candidates.empty(); ++i)
+        places.push_back(
+            candidates[candidates.size() * static_cast<std::size_t>(i) / static_cast<std::size_t>(count)]);
+    return places;
+}
+
+const char *const cellTable = "<fo:table><fo:table-body><fo:table-row>"
+                              "<fo:table-cell><fo:block>one</fo:block></fo:table-cell>"
+                              "<fo:table-cell><fo:block>two</fo:block></fo:table-cell>"
+                              "</fo:table-row></fo:table-body></fo:table>";
+
+} // namespace
+
+TEST(SelectionDeletion, InsideOneBlock)
+{
+    expectDeletion("<fo:block>a^bc|d</fo:block>", "<fo:block>a|d</fo:block>");
+    expectDeletion("<fo:block>a|bc^d</fo:block>", "<fo:block>a|d</fo:block>");
+}
+
+TEST(SelectionDeletion, BlocksJoinedByTheSelectionMerge)
+{
+    // The first block's start tag and the second's closing tag survive.
+    expectDeletion("<fo:block color=\"red\">ab^c</fo:block><fo:block color=\"blue\">de|f</fo:block>",
+                   "<fo:block color=\"red\">ab|f</fo:block>");
+    // A block in between goes whole.
+    expectDeletion("<fo:block>a^b</fo:block><fo:block>mid</fo:block><fo:block>c|d</fo:block>",
+                   "<fo:block>a|d</fo:block>");
+}
+
+TEST(SelectionDeletion, EmptiedElementsGetAPlaceholderOrGo)
+{
+    // A block directly in the flow keeps its shell.
+    expectDeletion("<fo:block>^abc|</fo:block>", "<fo:block>|&#x00A0;</fo:block>");
+    // A nested block whose content is selected goes with its tags.
+    expectDeletion("<fo:block>x<fo:block>^abc</fo:block>|y</fo:block>", "<fo:block>x|y</fo:block>");
+    // An inline whose content is selected goes too.
+    expectDeletion("<fo:block>x<fo:inline color=\"red\">^abc|</fo:inline>y</fo:block>",
+                   "<fo:block>x|y</fo:block>");
+    // Except directly inside a conditional inline, which must always hold one.
+    expectDeletion(
+        "<fo:block>x<otd:conditional-inline><fo:inline>^abc|</fo:inline></otd:conditional-inline></fo:block>",
+        "<fo:block>x<otd:conditional-inline><fo:inline>|&#x00A0;</fo:inline></otd:conditional-inline></"
+        "fo:block>");
+}
+
+TEST(SelectionDeletion, TablesGoWholeOrKeepWhatReachesBeyond)
+{
+    Core::String const table = cellTable;
+    expectDeletion("<fo:block>a^b</fo:block>" + table + "<fo:block>c|d</fo:block>",
+                   "<fo:block>a|</fo:block><fo:block>d</fo:block>");
+    // From text into the second cell: the first cell empties and gets its placeholder,
+    // the second keeps what lies behind the selection.
+    Core::String const partly = "<fo:table><fo:table-body><fo:table-row>"
+                                "<fo:table-cell><fo:block>one</fo:block></fo:table-cell>"
+                                "<fo:table-cell><fo:block>t|wo</fo:block></fo:table-cell>"
+                                "</fo:table-row></fo:table-body></fo:table>";
+    Core::String const emptied = "<fo:table><fo:table-body><fo:table-row>"
+                                 "<fo:table-cell><fo:block>&#x00A0;</fo:block></fo:table-cell>"
+                                 "<fo:table-cell><fo:block>wo</fo:block></fo:table-cell>"
+                                 "</fo:table-row></fo:table-body></fo:table>";
+    expectDeletion("<fo:block>a^b</fo:block>" + partly, "<fo:block>a|</fo:block>" + emptied);
+}
+
+TEST(SelectionDeletion, IndentationBeforeARemovedElementGoesWithIt)
+{
+    expectDeletion("<fo:block>x\n\t\t<fo:block>^abc</fo:block>|y</fo:block>", "<fo:block>x|y</fo:block>");
+}
+
+TEST(SelectionDeletion, ContentAtPositionKeepsTheUsersSelection)
+{
+    // The range lies before the selection, which moves down by what was cut.
+    int const first = foedit::test::flowBodyStart() + 10;
+    EditCheck("<fo:block>abcdef</fo:block><fo:block>gh^ij|</fo:block>")
+        .expect(
+            [first](EditableDocumentBuffer &b) {
+                EditActionGroup group(&b);
+                b.deleteContentAtPosition(true, first, first + 3);
+            },
+            "<fo:block>def</fo:block><fo:block>gh^ij|</fo:block>");
+}
+
+// On real documents: selections between places all through the flow, deleted and
+// undone, give back exactly the string, the caret and the selection.
+TEST(SelectionDeletion, SelectionsOnTheCorpusUndoExactly)
+{
+    for (std::string const &path : foedit::test::corpusFiles()) {
+        SCOPED_TRACE(path);
+        SmartPtr<SelectionProbe> buffer(new SelectionProbe());
+        foedit::test::configureStandardHost(*buffer);
+        buffer->setContentFromFile(Core::String(path));
+        bool const wellFormed = XmlValidator(buffer->getContent()).validate();
+        std::vector<int> const places = placesInText(buffer->getContent(), 8);
+        // Short and long selections: to the next place, and across several.
+        for (std::size_t i = 0; i + 1 < places.size(); ++i) {
+            std::size_t const last = std::min(places.size() - 1, i + 1 + i % 2);
+            Core::String const before = buffer->getContent();
+            buffer->setCaretPos(false, places[i]);
+            buffer->setCaretPos(true, places[last]);
+            int const caret = buffer->getCaretPos();
+            int const pivot = buffer->getSelectionPivotPos();
+            buffer->deleteSelected();
+            // A document that loaded ill formed can't be made well formed by an edit.
+            EXPECT_TRUE(!wellFormed || XmlValidator(buffer->getContent()).validate());
+            buffer->undo();
+            ASSERT_EQ(buffer->getContent(), before);
+            ASSERT_EQ(buffer->getCaretPos(), caret);
+            ASSERT_EQ(buffer->getSelectionPivotPos(), pivot);
+        }
+    }
+}
