@@ -50,7 +50,7 @@ PropertyCollection WhitespaceAlg::getWhitespaceProperties(int elementPosition)
                     gathered.addProperty(EditableProperty(name, value), false); // a nearer definition stays
             }
         }
-        int parent = d.getCurrentElementPosition(t);
+        int parent = d.parentElementOf(t);
         t = parent < t ? parent : -1;
     }
     return gathered;
@@ -150,15 +150,21 @@ WhitespaceAlg::TextSpan WhitespaceAlg::measureSpan(int position)
 {
     EditableDocumentBuffer &d = doc();
     TextSpan span;
-    span.element = d.getCurrentElementPosition(position);
+    span.element = d.currentElementOf(position);
     if (span.element == -1)
         return span;
     span.isInline = d.isInlineEditableElementAt(span.element);
-    span.close = d.getClosingTagForTagAtPosition(span.element);
     span.start = d.getNextEditablePositionInXml(span.element);
     int before = d.getPreviousTagPosition(position);
     if (before > span.element && d.content[before + 1] == u'/' && !d.isInlineEditableClosingTagAt(before))
         span.start = d.getNextEditablePositionInXml(before);
+    // The text ends at the element's closing tag or at a block-level child. Either is the
+    // next tag when only white space lies between; any other next tag (an inline child)
+    // means the position is not in the trailing run. So the element's end, which may lie
+    // far away, is never looked for.
+    int nextTag = d.getNextTagPosition(position);
+    if (nextTag != -1 && (d.content[nextTag + 1] == u'/' || !d.isInlineEditableElementAt(nextTag)))
+        span.close = nextTag;
     return span;
 }
 
@@ -175,24 +181,21 @@ std::optional<bool> WhitespaceAlg::isSkippedAtEdges(int position, TextSpan span)
             return whiteSpaceTreatment == Ignore;
         start = d.getNextEditablePositionInXml(start);
     }
-    // Leading run.
-    for (int i = start; i >= 0 && i < span.close && Core::iswspace(text[i]); ++i) {
+    // Leading run. White space never runs into a tag, so it ends before the closing tag.
+    for (int i = start; i >= 0 && Core::iswspace(text[i]); ++i) {
         if (i == position)
             return collapsible();
     }
-    // Trailing run, up to the closing tag or to the next block-level child.
-    int close = span.close;
-    int nextTag = d.getNextTagPosition(position);
-    if (nextTag != -1 && nextTag < close && text[nextTag + 1] != u'/' &&
-        !d.isInlineEditableElementAt(nextTag))
-        close = nextTag;
-    int k = close - 1;
+    // Trailing run.
+    if (span.close == -1)
+        return std::nullopt;
+    int k = span.close - 1;
     while (k >= 0 && Core::iswspace(text[k]))
         --k;
     ++k;
     if (k == position && span.isInline)
         return whiteSpaceTreatment == Ignore;
-    for (int i = k; i >= 0 && i < close && Core::iswspace(text[i]); ++i) {
+    for (int i = k; i >= 0 && i < span.close && Core::iswspace(text[i]); ++i) {
         if (i == position)
             return collapsible();
     }

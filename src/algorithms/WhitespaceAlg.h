@@ -72,7 +72,7 @@ private:
         int element = -1; // the current element
         bool isInline = false;
         int start = -1; // where the element's own text starts
-        int close = -1; // where its text ends: its closing tag or a block child
+        int close = -1; // where its text ends, when that is the next tag: its closing tag or a block child
     };
     TextSpan measureSpan(int position);
     // The answer when the position lies in the leading or trailing run of its element.

@@ -190,6 +190,7 @@ protected:
     // canHoldCaret with the current element of `position` already known.
     bool canHoldCaretIn(int position, int currentElement);
     bool isMergeableInline(int tagPosition) const;
+    bool startsWithPlaceholder(int element) const;
     bool closesMergeableInline(int position, int currentElement) const;
     int getLastTagOfDocument() const;
     int getRootClosingTag() const;
@@ -199,6 +200,44 @@ protected:
     int rowGroupOfTable(Core::String const &name, int position, int table);
     int positionAfterElement(int element);
     int positionBeforeElementEnd(int element);
+
+    // ---- Ancestry remembered for one caret operation (EditableDocumentBuffer_CaretMemo.cpp) ----
+    // A caret operation asks the same questions about the elements around positions
+    // many times, and each answer walks the string back. While such an operation runs
+    // the string cannot change, so a WalkScope keeps the answers until it ends. Without
+    // an open scope the same functions simply walk.
+    class WalkMemo;
+    class WalkScope {
+    public:
+        explicit WalkScope(EditableDocumentBuffer &buffer);
+        ~WalkScope();
+        WalkScope(WalkScope const &) = delete;
+        WalkScope &operator=(WalkScope const &) = delete;
+
+    private:
+        EditableDocumentBuffer &buffer;
+        WalkMemo *opened = nullptr; // the memo this scope opened, null when it joined one
+    };
+    // getCurrentElementPosition, remembered.
+    int currentElementOf(int position);
+    // A walk that knows the current element of a position tells the memo.
+    void noteCurrentElement(int position, int element);
+    // The current element of the start tag at `element`: its parent.
+    int parentElementOf(int element);
+    // The nearest of `element` and its ancestors called `name`; with `belowRoot` the walk
+    // gives -1 at the root, otherwise the root itself is tested last.
+    int ancestorNamed(int element, Core::String const &name, bool belowRoot);
+    // The current element of `to`, one atom after (before) `from` whose current element
+    // is `fromElement`, worked out from the atom crossed.
+    int currentElementAfterStep(int from, int fromElement, int to);
+    int currentElementBeforeStep(int from, int fromElement, int to);
+    // isInFoFlow and searchParent("fo:table", ...), remembered.
+    bool isInFlowAt(int position);
+    int tableAround(int position);
+    bool sameElementNamed(Core::String const &name, int first, int second);
+    // `ancestor` is `element` or one of the elements around it.
+    bool hasAncestor(int element, int ancestor);
+    WalkMemo *walkMemo = nullptr; // open while a caret operation runs
     // -- end of Caret protected --
 
     // ==== Words: word jumps and the selection commands ====

@@ -107,7 +107,8 @@ bool EditableDocumentBuffer::inEditableElement(int position)
 // under them qualifies.
 bool EditableDocumentBuffer::canHoldCaret(int position)
 {
-    return canHoldCaretIn(position, getCurrentElementPosition(position));
+    WalkScope scope(*this);
+    return canHoldCaretIn(position, currentElementOf(position));
 }
 
 bool EditableDocumentBuffer::canHoldCaretIn(int position, int currentElement)
@@ -117,8 +118,8 @@ bool EditableDocumentBuffer::canHoldCaretIn(int position, int currentElement)
     bool editable = currentElement != -1 && isEditableElementAtPosition(currentElement);
     if (!editable && !afterFOTable(position) && !tagNameEquals(position, "fo:table"))
         return false;
-    static const std::vector<Core::String> excludedAncestors{"fo:list-item-label", "otd:xslt-global"};
-    return searchFirstParent(excludedAncestors, position) == -1;
+    return ancestorNamed(currentElement, "fo:list-item-label", false) == -1 &&
+           ancestorNamed(currentElement, "otd:xslt-global", false) == -1;
 }
 
 // ---- Where the caret stands ----
@@ -127,7 +128,8 @@ bool EditableDocumentBuffer::canHoldCaretIn(int position, int currentElement)
 // themselves; any other tag (an image, a closed child, a table) does.
 bool EditableDocumentBuffer::currentBlockContainsRenderedDataBeforePosition(int position)
 {
-    int block = searchParent("fo:block", position);
+    WalkScope scope(*this);
+    int block = ancestorNamed(currentElementOf(position), "fo:block", false);
     if (block == -1)
         return false;
     for (int i = getNextEditablePositionInXml(block); i != -1 && i < position;) {
@@ -152,7 +154,8 @@ bool EditableDocumentBuffer::isBoudaryEditablePosition(bool forward)
 {
     if (isOnInvalidPosition(caret))
         return false;
-    int element = getCurrentElementPosition(caret);
+    WalkScope scope(*this);
+    int element = currentElementOf(caret);
     if (element == -1)
         return false;
     if (elementContainsJustNonBreakingSpace(element))

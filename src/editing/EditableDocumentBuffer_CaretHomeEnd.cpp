@@ -6,32 +6,39 @@
 #include "editing/FreezeNotifications.h"
 #include "support/WhiteSpace.h"
 
+namespace {
+
+const Core::String staticContentName = "fo:static-content";
+
+} // namespace
+
 // The first stop of the first flow whose element holds more than white space. From
 // static content the search stays in that static content. Static contents met on the
 // way are skipped whole, and so are flows when the search is for static content.
 void EditableDocumentBuffer::moveCaretHome(bool extendSelection)
 {
     FreezeNotifications freeze(this);
-    int staticContent = isOnInvalidPosition(caret) ? -1 : searchParent("fo:static-content", caret);
+    WalkScope scope(*this);
+    int caretStatic =
+        isOnInvalidPosition(caret) ? -1 : ancestorNamed(currentElementOf(caret), staticContentName, false);
     int result = -1;
     for (int t = getFirstEditablePositionInXml(); t != -1;) {
-        int element = getCurrentElementPosition(t);
+        int element = currentElementOf(t);
         if (element != -1 && isEditableElementAtPosition(element)) {
             int skipTo = -1;
-            bool inFlow = isInFoFlow(t);
-            if (staticContent == -1) {
-                if (!inFlow)
-                    skipTo = getClosingTagForTagAtPosition(searchParent("fo:static-content", t));
-                else if (!elementContainsJustWhitespacesOrVoid(element))
+            bool inFlow = isInFlowAt(t);
+            int around = ancestorNamed(element, staticContentName, false);
+            bool candidate = caretStatic == -1 ? inFlow : around == caretStatic;
+            if (candidate) {
+                if (!elementContainsJustWhitespacesOrVoid(element)) {
                     result = t;
-            } else if (searchParent("fo:static-content", t) == staticContent) {
-                if (!elementContainsJustWhitespacesOrVoid(element))
-                    result = t;
+                    break;
+                }
+            } else if (caretStatic == -1) {
+                skipTo = getClosingTagForTagAtPosition(around);
             } else if (inFlow) {
-                skipTo = getClosingTagForTagAtPosition(searchParent("fo:flow", t));
+                skipTo = getClosingTagForTagAtPosition(ancestorNamed(element, "fo:flow", false));
             }
-            if (result != -1)
-                break;
             if (skipTo > t)
                 t = skipTo;
         }
@@ -46,20 +53,22 @@ void EditableDocumentBuffer::moveCaretHome(bool extendSelection)
 void EditableDocumentBuffer::moveCaretToEnd(bool extendSelection)
 {
     FreezeNotifications freeze(this);
-    int staticContent = isOnInvalidPosition(caret) ? -1 : searchParent("fo:static-content", caret);
-    bool staticCase = staticContent != -1 || pageMasterEditing;
-    int start = staticContent != -1 ? getClosingTagForTagAtPosition(staticContent) : getRootClosingTag();
+    WalkScope scope(*this);
+    int caretStatic =
+        isOnInvalidPosition(caret) ? -1 : ancestorNamed(currentElementOf(caret), staticContentName, false);
+    bool staticCase = caretStatic != -1 || pageMasterEditing;
+    int start = caretStatic != -1 ? getClosingTagForTagAtPosition(caretStatic) : getRootClosingTag();
     int result = caret;
     for (int t = start; t != -1;) {
         int previous = getPreviousValidCaretPos(t);
         t = (previous != -1 && previous < t) ? previous : -1;
         if (t == -1)
             break;
-        int element = getCurrentElementPosition(t);
+        int element = currentElementOf(t);
         if (element == -1 || !isEditableElementAtPosition(element) ||
             elementContainsJustWhitespacesOrVoid(element))
             continue;
-        bool inPlace = staticCase ? positionsAreInTheSameStaticContent(caret, t) : isInFoFlow(t);
+        bool inPlace = staticCase ? sameElementNamed(staticContentName, caret, t) : isInFlowAt(t);
         if (inPlace) {
             result = t;
             break;

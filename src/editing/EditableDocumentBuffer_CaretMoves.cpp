@@ -17,7 +17,8 @@ void EditableDocumentBuffer::moveCaretRight(bool extendSelection, bool byWord, b
     if (isOnInvalidPosition(caret))
         return;
     FreezeNotifications freeze(this);
-    bool inFlow = isInFoFlow(caret);
+    WalkScope scope(*this);
+    bool inFlow = isInFlowAt(caret);
     endKeyTypingSequence();
     if (!extendSelection && hasSelectedText()) {
         setCaret(false, std::max(caret, selectionPivot));
@@ -32,8 +33,8 @@ void EditableDocumentBuffer::moveCaretRight(bool extendSelection, bool byWord, b
     int next = getNextEditablePositionInFo(caret, false, mergeInlineBoundaries);
     int target = -1;
     if (inFlow)
-        target = isInFoFlow(next) ? next : getNextPositionAdjustedToFoFlow(next);
-    else if (next != -1 && positionsAreInTheSameStaticContent(caret, next))
+        target = isInFlowAt(next) ? next : getNextPositionAdjustedToFoFlow(next);
+    else if (next != -1 && sameElementNamed("fo:static-content", caret, next))
         target = next;
     if (!isOnInvalidPosition(target))
         setCaret(extendSelection, target);
@@ -48,23 +49,23 @@ void EditableDocumentBuffer::moveCaretRight(bool extendSelection, bool byWord, b
 // True when the caret has been moved.
 bool EditableDocumentBuffer::moveRightInTableOrder()
 {
-    int table = searchParent("fo:table", caret);
+    int table = tableAround(caret);
     if (table == -1)
         return false;
-    int tableEnd = getClosingTagForTagAtPosition(table);
+    // The next stop is the first one past an element around the caret exactly when
+    // it lies outside that element, so no walk to the element's end is needed.
     int next = getNextEditablePositionInFo(caret, false, false);
-    int afterTable = getNextEditablePositionInFo(tableEnd, false, false);
     int target = -1;
-    if (next == afterTable) {
+    if (next == -1 || !hasAncestor(currentElementOf(next), table)) {
         int footer = getNextChildByName("fo:table-footer", table);
         if (footer != -1)
             target = getNextEditablePositionInFo(footer, false, false);
     } else if (int footer = rowGroupOfTable("fo:table-footer", caret, table); footer != -1) {
-        if (next == positionAfterElement(footer))
-            target = afterTable;
+        if (!hasAncestor(currentElementOf(next), footer))
+            target = positionAfterElement(table);
     } else if (int header = rowGroupOfTable("fo:table-header", caret, table); header != -1) {
         int footerAhead = rowGroupOfTable("fo:table-footer", next, table);
-        if (next == positionAfterElement(header) && footerAhead != -1)
+        if (footerAhead != -1 && !hasAncestor(currentElementOf(next), header))
             target = positionAfterElement(footerAhead);
     }
     if (isOnInvalidPosition(target))
@@ -79,7 +80,7 @@ int EditableDocumentBuffer::rowGroupOfTable(Core::String const &name, int positi
 {
     if (isOnInvalidPosition(position))
         return -1;
-    int group = searchParent(name, position);
+    int group = ancestorNamed(currentElementOf(position), name, false);
     return group > table ? group : -1;
 }
 
@@ -102,7 +103,8 @@ void EditableDocumentBuffer::moveCaretLeft(bool extendSelection, bool byWord, bo
     if (isOnInvalidPosition(caret))
         return;
     FreezeNotifications freeze(this);
-    bool inFlow = isInFoFlow(caret);
+    WalkScope scope(*this);
+    bool inFlow = isInFlowAt(caret);
     endKeyTypingSequence();
     if (!extendSelection && !byWord && hasSelectedText()) {
         setCaret(false, std::min(caret, selectionPivot));
@@ -118,11 +120,11 @@ void EditableDocumentBuffer::moveCaretLeft(bool extendSelection, bool byWord, bo
     if (isOnInvalidPosition(previous))
         return;
     if (!inFlow) {
-        if (positionsAreInTheSameStaticContent(caret, previous))
+        if (sameElementNamed("fo:static-content", caret, previous))
             setCaret(extendSelection, previous);
         return;
     }
-    if (!isInFoFlow(previous)) {
+    if (!isInFlowAt(previous)) {
         int target = getPreviousPositionAdjustedToFoFlow(previous, true);
         if (!isOnInvalidPosition(target))
             setCaret(extendSelection, target);
@@ -137,18 +139,21 @@ void EditableDocumentBuffer::moveCaretLeft(bool extendSelection, bool byWord, bo
 //     body start   -> header end
 bool EditableDocumentBuffer::moveLeftInTableOrder()
 {
-    int table = searchParent("fo:table", caret);
+    int table = tableAround(caret);
     if (table == -1)
         return false;
     int previous = getPreviousEditablePositionInFo(caret, false, false);
+    int previousElement = previous == -1 ? -1 : currentElementOf(previous);
     int target = -1;
     if (int footer = rowGroupOfTable("fo:table-footer", caret, table); footer != -1) {
-        if (previous == getPreviousEditablePositionInFo(footer, false, false))
-            target = getPreviousEditablePositionInFo(getClosingTagForTagAtPosition(table), false, false);
+        if (!hasAncestor(previousElement, footer))
+            target = positionBeforeElementEnd(table);
     } else if (int body = rowGroupOfTable("fo:table-body", caret, table); body != -1) {
-        int header = getNextChildByName("fo:table-header", table);
-        if (previous == getPreviousEditablePositionInFo(body, false, false) && header != -1)
-            target = positionBeforeElementEnd(header);
+        if (!hasAncestor(previousElement, body)) {
+            int header = getNextChildByName("fo:table-header", table);
+            if (header != -1)
+                target = positionBeforeElementEnd(header);
+        }
     }
     if (isOnInvalidPosition(target))
         return false;
@@ -160,11 +165,10 @@ bool EditableDocumentBuffer::moveLeftInTableOrder()
 // sees, rather than at the end of the body, the last in the markup.
 bool EditableDocumentBuffer::enterTableFromBehind(int previous)
 {
-    int table = searchParent("fo:table", previous);
+    int table = tableAround(previous);
     if (table == -1)
         return false;
-    int caretTable = searchParent("fo:table", caret);
-    if (elementContainsPosition(table, caret) && table <= caretTable)
+    if (hasAncestor(currentElementOf(caret), table) && table <= tableAround(caret))
         return false;
     int footer = getNextChildByName("fo:table-footer", table);
     if (footer == -1)

@@ -5,6 +5,7 @@
 #include "editing/EditableDocumentBuffer.h"
 
 #include "algorithms/WhitespaceAlg.h"
+#include "support/WhiteSpace.h"
 
 namespace {
 
@@ -34,18 +35,32 @@ bool EditableDocumentBuffer::closesMergeableInline(int position, int currentElem
            getClosingTagForTagAtPosition(currentElement) == position;
 }
 
+// Whether a placeholder is the first thing but white space in the element: the cheap
+// half of elementContainsJustNonBreakingSpace, which has to find the element's end.
+bool EditableDocumentBuffer::startsWithPlaceholder(int element) const
+{
+    if (element < 0)
+        return false;
+    int p = getNextEditablePositionInXml(element);
+    while (p > 0 && Core::isPlainWhiteSpace(content[p]))
+        ++p;
+    return p > 0 && placeholderLengthAt(p) > 0;
+}
+
 int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap, bool mergeInlineBoundaries)
 {
     if (isOnInvalidPosition(position))
         return -1;
-    int element = getCurrentElementPosition(position);
+    WalkScope scope(*this);
+    int element = currentElementOf(position);
     int t = position;
     // An element that holds only a placeholder has one stop: before and after the
     // placeholder are the same place for the user.
     int placeholderStop = -1;
-    if (element != -1 && elementContainsJustNonBreakingSpace(element)) {
+    if (startsWithPlaceholder(element) && elementContainsJustNonBreakingSpace(element)) {
         int closing = getClosingTagForTagAtPosition(element);
         if (closing != -1) {
+            noteCurrentElement(closing, element);
             if (closing != position && !BufferAlgorithms::WhitespaceAlg(*this).isTagPositionSkipped(closing))
                 return closing;
             t = closing;
@@ -55,7 +70,7 @@ int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap,
     BufferAlgorithms::WhitespaceAlg rules(*this);
     rules.loadFromElement(element);
 
-    int fromElement = element; // the current element of the position stepped from
+    int tElement = element; // the current element of t
     int previousStop = position;
     int inlineCandidate = -1;
     bool wrapped = false;
@@ -63,14 +78,19 @@ int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap,
         if (tagNameIsOneOf(t, templateLogicStarts)) {
             int closing = getClosingTagForTagAtPosition(t);
             if (closing > t) {
-                fromElement = t;
+                currentElementAfterStep(t, tElement, t + 1); // tells the memo the template's parent
+                tElement = t;
                 t = closing;
+                noteCurrentElement(t, tElement);
             }
         }
         int next = getNextEditablePositionInXml(t);
         if (next != -1 && next <= t)
             next = -1; // an unterminated comment steps backward: the walk ends there
-        if (next == -1) {
+        int nextElement = -1;
+        if (next != -1) {
+            nextElement = currentElementAfterStep(t, tElement, next);
+        } else {
             if (inlineCandidate != -1 && canHoldCaret(inlineCandidate))
                 return inlineCandidate;
             if (!wrap || wrapped)
@@ -79,17 +99,18 @@ int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap,
             next = getFirstEditablePositionInXml();
             if (next == -1)
                 return -1;
+            nextElement = currentElementOf(next);
         }
         if (next == position || (wrapped && next > position))
             return -1; // a full circle found nothing
+        int stepFromElement = tElement;
         t = next;
+        tElement = nextElement;
 
-        int stepFromElement = fromElement;
-        fromElement = getCurrentElementPosition(t);
-        if (!canHoldCaretIn(t, fromElement))
+        if (!canHoldCaretIn(t, tElement))
             continue;
-        if (fromElement != stepFromElement)
-            rules.loadFromElement(fromElement);
+        if (tElement != stepFromElement)
+            rules.loadFromElement(tElement);
         if (rules.isPositionSkipped(t))
             continue;
         if (!mergeInlineBoundaries)
@@ -97,10 +118,9 @@ int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap,
 
         int q = previousStop;
         previousStop = t;
-        if (isMergeableInline(q) && positionsAreInTheSameElement("fo:block", t, q))
+        if (isMergeableInline(q) && sameElementNamed("fo:block", t, q))
             continue;
-        if (closesMergeableInline(q, getCurrentElementPosition(q)) &&
-            positionsAreInTheSameElement("fo:block", t, q)) {
+        if (closesMergeableInline(q, currentElementOf(q)) && sameElementNamed("fo:block", t, q)) {
             inlineCandidate = t;
             continue;
         }
@@ -113,12 +133,13 @@ int EditableDocumentBuffer::getPreviousEditablePositionInFo(int position, bool w
 {
     if (isOnInvalidPosition(position))
         return -1;
-    int element = getCurrentElementPosition(position);
+    WalkScope scope(*this);
+    int element = currentElementOf(position);
     BufferAlgorithms::WhitespaceAlg rules(*this);
     rules.loadFromElement(element);
 
     int t = position;
-    int fromElement = element;
+    int tElement = element;
     int previousStop = position;
     int inlineCandidate = -1;
     bool wrapped = false;
@@ -127,15 +148,18 @@ int EditableDocumentBuffer::getPreviousEditablePositionInFo(int position, bool w
             int start = getStartTagForTagAtPosition(t);
             if (start != -1 && start < t) {
                 t = start;
-                fromElement = getCurrentElementPosition(t);
+                tElement = currentElementOf(t);
             }
         }
         int previous = getPreviousEditablePositionInXml(t);
         if (previous >= t)
             previous = -1;
         if (previous == position || (wrapped && previous != -1 && previous < position))
-            return -1;
-        if (previous == -1) {
+            return -1; // a full circle found nothing
+        int previousElement = -1;
+        if (previous != -1) {
+            previousElement = currentElementBeforeStep(t, tElement, previous);
+        } else {
             if (inlineCandidate != -1 && canHoldCaret(inlineCandidate))
                 return inlineCandidate;
             if (!wrap || wrapped)
@@ -144,15 +168,16 @@ int EditableDocumentBuffer::getPreviousEditablePositionInFo(int position, bool w
             previous = getLastTagOfDocument();
             if (previous == -1 || previous <= position)
                 return -1;
+            previousElement = currentElementOf(previous);
         }
+        int stepFromElement = tElement;
         t = previous;
+        tElement = previousElement;
 
-        int stepFromElement = fromElement;
-        fromElement = getCurrentElementPosition(t);
-        if (!canHoldCaretIn(t, fromElement))
+        if (!canHoldCaretIn(t, tElement))
             continue;
-        if (fromElement != stepFromElement)
-            rules.loadFromElement(fromElement);
+        if (tElement != stepFromElement)
+            rules.loadFromElement(tElement);
         if (rules.isPositionSkipped(t))
             continue;
         if (!mergeInlineBoundaries)
@@ -163,11 +188,11 @@ int EditableDocumentBuffer::getPreviousEditablePositionInFo(int position, bool w
         int q = previousStop;
         previousStop = t;
         if (isMergeableInline(t) && getNextEditablePositionInXml(t) == q &&
-            positionsAreInTheSameElement("fo:block", t, q)) {
+            sameElementNamed("fo:block", t, q)) {
             inlineCandidate = t;
             continue;
         }
-        if (closesMergeableInline(t, fromElement) && positionsAreInTheSameElement("fo:block", t, q))
+        if (closesMergeableInline(t, tElement) && sameElementNamed("fo:block", t, q))
             continue;
         return t;
     }
@@ -185,6 +210,7 @@ int EditableDocumentBuffer::getLastTagOfDocument() const
 
 int EditableDocumentBuffer::getNextValidCaretPos(int position)
 {
+    WalkScope scope(*this);
     BufferAlgorithms::WhitespaceAlg defaults(*this);
     int t = getNextEditablePositionInFo(position, false, false);
     while (t != -1 && defaults.isPositionSkipped(t)) {
@@ -196,6 +222,7 @@ int EditableDocumentBuffer::getNextValidCaretPos(int position)
 
 int EditableDocumentBuffer::getPreviousValidCaretPos(int position)
 {
+    WalkScope scope(*this);
     BufferAlgorithms::WhitespaceAlg defaults(*this);
     int t = getPreviousEditablePositionInFo(position, false, false);
     while (t != -1 && defaults.isPositionSkipped(t)) {
@@ -209,8 +236,9 @@ int EditableDocumentBuffer::getNextPositionAdjustedToFoFlow(int position)
 {
     if (isOnInvalidPosition(position))
         return -1;
+    WalkScope scope(*this);
     int t = position;
-    while (t != -1 && !isInFoFlow(t)) {
+    while (t != -1 && !isInFlowAt(t)) {
         int next = getNextEditablePositionInFo(t, false, false);
         t = next > t ? next : -1;
     }
@@ -221,8 +249,9 @@ int EditableDocumentBuffer::getPreviousPositionAdjustedToFoFlow(int position, bo
 {
     if (isOnInvalidPosition(position))
         return -1;
+    WalkScope scope(*this);
     int t = position;
-    while (t != -1 && !isInFoFlow(t)) {
+    while (t != -1 && !isInFlowAt(t)) {
         int previous = getPreviousEditablePositionInFo(t, false, mergeInlineBoundaries);
         t = (previous != -1 && previous < t) ? previous : -1;
     }

@@ -41,14 +41,14 @@ public:
 
     bool inlineElementAround(int p) const
     {
-        int element = doc.getCurrentElementPosition(p);
+        int element = doc.currentElementOf(p);
         return element != -1 && doc.isInlineEditableElementAt(element);
     }
 
     // The inline whose closing tag stands at `p`, if any.
     bool closesInline(int p) const
     {
-        int element = doc.getCurrentElementPosition(p);
+        int element = doc.currentElementOf(p);
         return element != -1 && doc.isInlineEditableElementAt(element) &&
                doc.getClosingTagForTagAtPosition(element) == p;
     }
@@ -60,9 +60,9 @@ public:
         if (doc.isOnInvalidPosition(target))
             return false;
         if (!inFlow) {
-            if (!doc.positionsAreInTheSameStaticContent(doc.caret, target))
+            if (!doc.sameElementNamed("fo:static-content", doc.caret, target))
                 return false;
-        } else if (!doc.isInFoFlow(target)) {
+        } else if (!doc.isInFlowAt(target)) {
             target = forward ? doc.getNextPositionAdjustedToFoFlow(target)
                              : doc.getPreviousPositionAdjustedToFoFlow(target, false);
             if (doc.isOnInvalidPosition(target))
@@ -99,7 +99,7 @@ bool WordJumpWalk::jumpForward(bool extendSelection)
         doc.moveCaretRight(extendSelection, false, false); // leaving a table's end is one plain step
         return false;
     }
-    bool inFlow = doc.isInFoFlow(caret);
+    bool inFlow = doc.isInFlowAt(caret);
     bool first = true;
     for (int p = caret; !doc.isOnInvalidPosition(p);) {
         char16_t c = text[p];
@@ -109,7 +109,7 @@ bool WordJumpWalk::jumpForward(bool extendSelection)
                 place(extendSelection, p, inFlow, true);
                 return false;
             }
-            int closing = doc.getClosingTagForTagAtPosition(doc.getCurrentElementPosition(p));
+            int closing = doc.getClosingTagForTagAtPosition(doc.currentElementOf(p));
             p = doc.getNextEditablePositionInFo(closing, false, false);
             if (place(extendSelection, p, inFlow, true))
                 return false;
@@ -124,7 +124,7 @@ bool WordJumpWalk::jumpForward(bool extendSelection)
             int next = -1;
             if (inFlow && closesInline(p))
                 next = doc.getNextEditablePositionInFo(p, false, false);
-            if (next == -1 || !doc.positionsAreInTheSameElement("fo:block", p, next)) {
+            if (next == -1 || !doc.sameElementNamed("fo:block", p, next)) {
                 place(extendSelection, p, inFlow, true);
                 return false;
             }
@@ -166,13 +166,13 @@ bool WordJumpWalk::jumpForward(bool extendSelection)
 bool WordJumpWalk::jumpFromTag(bool extendSelection, int p, bool inFlow)
 {
     if (!inFlow) {
-        if (doc.positionsAreInTheSameStaticContent(doc.caret, p)) {
+        if (doc.sameElementNamed("fo:static-content", doc.caret, p)) {
             doc.setCaret(extendSelection, p);
             doc.moveCaretRight(extendSelection, false, false);
         }
         return false;
     }
-    if (!doc.isInFoFlow(p))
+    if (!doc.isInFlowAt(p))
         return false;
     doc.setCaret(extendSelection, p);
     if (doc.isInlineEditableElementAt(p) || closesInline(p)) {
@@ -188,6 +188,7 @@ void EditableDocumentBuffer::jumpToNextWord(bool extendSelection)
     if (isOnInvalidPosition(caret))
         return;
     FreezeNotifications freeze(this);
+    WalkScope scope(*this);
     WordJumpWalk walk(*this);
     // Going on inside an inline is what moveCaretRight(extendSelection, true, false)
     // does: the same checks, then the next jump.
@@ -208,7 +209,7 @@ void EditableDocumentBuffer::jumpToNextWord(bool extendSelection)
 // The previous caret stop, with the white-space rules of the element `p` stands in.
 int WordJumpWalk::previousStop(int p)
 {
-    int element = doc.getCurrentElementPosition(p);
+    int element = doc.currentElementOf(p);
     if (element != rulesElement) {
         rules = BufferAlgorithms::WhitespaceAlg(doc);
         rules.loadFromElement(element);
@@ -226,7 +227,7 @@ int WordJumpWalk::previousStop(int p)
 //     <fo:block>one |two</fo:block>      ->  <fo:block>|one two</fo:block>
 WordJumpWalk::Target WordJumpWalk::previousWordTarget(int start, bool inFlow, bool forJump)
 {
-    int startElement = doc.getCurrentElementPosition(start);
+    int startElement = doc.currentElementOf(start);
     int firstInStartElement = startElement == -1 ? -1 : doc.getNextEditablePositionInXml(startElement);
     int p = start;
     bool first = true;
@@ -235,7 +236,7 @@ WordJumpWalk::Target WordJumpWalk::previousWordTarget(int start, bool inFlow, bo
         if (q == -1)
             return {p, End::Place};
         if (text[q] == u'<') {
-            if (!inFlow || !doc.isInFoFlow(q))
+            if (!inFlow || !doc.isInFlowAt(q))
                 return {p, End::Place};
             if (!first) {
                 bool inlineStartBeforeWord =
@@ -245,7 +246,7 @@ WordJumpWalk::Target WordJumpWalk::previousWordTarget(int start, bool inFlow, bo
             if (!forJump)
                 return {q, closesInline(q) ? End::ContinueFrom : End::Place};
             bool goesOn = (inlineElementAround(q) || inlineElementAround(p)) &&
-                          doc.positionsAreInTheSameElement("fo:block", q, p) && !blockStartsBetween(q, p);
+                          doc.sameElementNamed("fo:block", q, p) && !blockStartsBetween(q, p);
             return {q, goesOn ? End::ContinueFrom : End::Set};
         }
         bool blank = blankAt(q);
@@ -289,6 +290,7 @@ void EditableDocumentBuffer::jumpToPreviousWord(bool extendSelection)
     if (isOnInvalidPosition(caret))
         return;
     FreezeNotifications freeze(this);
+    WalkScope scope(*this);
     endKeyTypingSequence();
     WordJumpWalk walk(*this);
     for (;;) {
@@ -296,7 +298,7 @@ void EditableDocumentBuffer::jumpToPreviousWord(bool extendSelection)
             moveCaretLeft(extendSelection, false, false);
             return;
         }
-        bool inFlow = isInFoFlow(caret);
+        bool inFlow = isInFlowAt(caret);
         WordJumpWalk::Target target = walk.previousWordTarget(caret, inFlow, true);
         if (target.end == WordJumpWalk::End::Place) {
             walk.place(extendSelection, target.position, inFlow, false);
@@ -315,11 +317,12 @@ void EditableDocumentBuffer::jumpToPreviousWord(bool extendSelection)
 
 int EditableDocumentBuffer::getPreviousWordPos(int position)
 {
+    WalkScope scope(*this);
     WordJumpWalk walk(*this);
     for (int p = position; !isOnInvalidPosition(p);) {
         if (tagNameEquals(p, "fo:table"))
             return getPreviousEditablePositionInFo(p, false, false);
-        WordJumpWalk::Target target = walk.previousWordTarget(p, isInFoFlow(p), false);
+        WordJumpWalk::Target target = walk.previousWordTarget(p, isInFlowAt(p), false);
         if (target.end != WordJumpWalk::End::ContinueFrom || target.position >= p)
             return target.position;
         p = target.position;

@@ -118,5 +118,218 @@ TEST(MoveCaretHome, SkipsStaticContentFromTheFlowAndKeepsToItFromWithin)
     EXPECT_EQ(markedContent(*probe), staticDocumentWith("", "").replaced("<fo:block>hd", "<fo:block>|hd"));
 }
 
+// The walk every arrow-key change is checked against: one press, one visible step.
+TEST(MoveCaretRight, WorkedWalkWithMergedInlineBoundaries)
+{
+    const std::vector<Core::String> expected{
+        "<fo:block>e|dit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng els</fo:block>",
+        "<fo:block>ed|it<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng els</fo:block>",
+        "<fo:block>edi|t<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng els</fo:block>",
+        "<fo:block>edit|<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng els</fo:block>",
+        "<fo:block>edit<fo:inline>a|</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>|&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>|&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>|thi</fo:inline>ng els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>t|hi</fo:inline>ng els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>th|i</fo:inline>ng els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi|</fo:inline>ng els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>n|g els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng| els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng |els</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng e|ls</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng el|s</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng els|</fo:block>",
+        "<fo:block>edit<fo:inline>a</fo:inline></fo:block><fo:block>&#x00A0;</fo:block>"
+        "<fo:block>&#x00A0;</fo:block><fo:block><fo:inline>thi</fo:inline>ng els|</fo:block>",
+    };
+    Core::String start =
+        expected.back().replaced("els|", "els").replaced("<fo:block>edit", "<fo:block>|edit");
+    std::vector<Core::String> trail = pressTrail(start, static_cast<int>(expected.size()), mergedRight);
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(trail[i], expected[i]) << "after press " << i + 1;
+
+    EXPECT_EQ(afterPresses(expected.back(), 1, mergedLeft), expected[expected.size() - 3]);
+}
+
+// Header, footer and body stand in that order in the markup; the reader sees header,
+// body, footer, and the arrows follow the reader.
+const char *const tableWithHeaderAndFooter =
+    "{T0}<fo:table><fo:table-header><fo:table-row><fo:table-cell><fo:block>{H0}h{H1}</fo:block>"
+    "</fo:table-cell></fo:table-row></fo:table-header><fo:table-footer><fo:table-row><fo:table-cell>"
+    "<fo:block>{F0}f{F1}</fo:block></fo:table-cell></fo:table-row></fo:table-footer><fo:table-body>"
+    "<fo:table-row><fo:table-cell><fo:block>{B0}b{B1}</fo:block></fo:table-cell></fo:table-row>"
+    "</fo:table-body></fo:table>{T1}<fo:block>{A0}a</fo:block>";
+
+// The table with the caret at the stop called `stop` and no other marker.
+Core::String tableAt(const char *stop)
+{
+    Core::String marked =
+        Core::String(tableWithHeaderAndFooter).replaced(Core::String("{") + stop + "}", "|");
+    for (const char *other : {"T0", "H0", "H1", "F0", "F1", "B0", "B1", "T1", "A0"})
+        marked = marked.replaced(Core::String("{") + other + "}", "");
+    return marked;
+}
+
+TEST(TableOrder, RightAndLeftFollowTheReadingOrder)
+{
+    const std::vector<const char *> readingOrder{"T0", "H0", "H1", "B0", "B1", "F0", "F1", "T1", "A0"};
+    std::vector<Core::String> rightTrail = pressTrail(tableAt("T0"), 8, right);
+    std::vector<Core::String> leftTrail = pressTrail(tableAt("A0"), 8, left);
+    for (std::size_t i = 1; i < readingOrder.size(); ++i) {
+        EXPECT_EQ(rightTrail[i - 1], tableAt(readingOrder[i])) << "right press " << i;
+        EXPECT_EQ(leftTrail[i - 1], tableAt(readingOrder[readingOrder.size() - 1 - i])) << "left press " << i;
+    }
+}
+
+TEST(TableOrder, EnteringFromBehindLandsAtTheEndOfTheFooter)
+{
+    // The body's last stop is the last in the markup, but the footer is the last row seen.
+    EXPECT_EQ(afterPresses(tableAt("T1"), 1, left), tableAt("F1"));
+    EXPECT_EQ(afterPresses(tableAt("T1"), 1, mergedLeft), tableAt("F1"));
+}
+
+TEST(MoveCaretRight, AnElementHoldingOnlyAPlaceholderHasOneStop)
+{
+    EXPECT_EQ(afterPresses("<fo:block>|&#x00A0;</fo:block><fo:block>x</fo:block>", 1, right),
+              "<fo:block>&#x00A0;</fo:block><fo:block>|x</fo:block>");
+    EXPECT_EQ(afterPresses("<fo:block>&#x00A0;</fo:block><fo:block>|x</fo:block>", 1, left),
+              "<fo:block>|&#x00A0;</fo:block><fo:block>x</fo:block>");
+    // Inside an inline the stop behind the placeholder is real.
+    EXPECT_EQ(afterPresses("<fo:block>a<fo:inline>|&#x00A0;</fo:inline></fo:block>", 1, right),
+              "<fo:block>a<fo:inline>&#x00A0;|</fo:inline></fo:block>");
+}
+
+TEST(MoveCaretRight, ASelectionCollapsesWithoutAStep)
+{
+    EXPECT_EQ(afterPresses("<fo:block>a|bc^d</fo:block>", 1, right), "<fo:block>abc|d</fo:block>");
+    EXPECT_EQ(afterPresses("<fo:block>a^bc|d</fo:block>", 1, right), "<fo:block>abc|d</fo:block>");
+    EXPECT_EQ(afterPresses("<fo:block>a^bc|d</fo:block>", 1, left), "<fo:block>a|bcd</fo:block>");
+    EXPECT_EQ(afterPresses("<fo:block>a|bc^d</fo:block>", 1, left), "<fo:block>a|bcd</fo:block>");
+    // With Shift the selection grows instead.
+    EXPECT_EQ(afterPresses("<fo:block>a^b|cd</fo:block>", 1, shiftRight), "<fo:block>a^bc|d</fo:block>");
+    EXPECT_EQ(afterPresses("<fo:block>a^b|cd</fo:block>", 2, shiftLeft), "<fo:block>|a^bcd</fo:block>");
+}
+
+TEST(MoveCaretRight, IndentationAndCollapsedBlanksAreNoStops)
+{
+    const char *body = "<fo:block>\n    one  two\n  </fo:block>\n  <fo:block>x</fo:block>";
+    std::vector<Core::String> trail = pressTrail(Core::String(body).replaced("one", "|one"), 9, right);
+    EXPECT_EQ(trail[2], Core::String(body).replaced("one", "one|"));
+    EXPECT_EQ(trail[3], Core::String(body).replaced("one  ", "one  |")); // the second blank is collapsed
+    // The trailing run draws nothing: the block's last stop is its closing tag.
+    EXPECT_EQ(trail[6],
+              Core::String(body).replaced("  </fo:block>\n  <fo:block>x", "  |</fo:block>\n  <fo:block>x"));
+    EXPECT_EQ(trail[7], Core::String(body).replaced(">x<", ">|x<"));
+}
+
+TEST(MoveCaretRight, MergedBoundariesBetweenInlinesButNotAtALink)
+{
+    EXPECT_EQ(afterPresses("<fo:block><fo:inline>a|b</fo:inline><fo:inline>cd</fo:inline></fo:block>", 2,
+                           mergedRight),
+              "<fo:block><fo:inline>ab</fo:inline><fo:inline>c|d</fo:inline></fo:block>");
+    std::vector<Core::String> link =
+        pressTrail("<fo:block>a|b<fo:basic-link>cd</fo:basic-link>ef</fo:block>", 5, mergedRight);
+    EXPECT_EQ(link[0], "<fo:block>ab|<fo:basic-link>cd</fo:basic-link>ef</fo:block>");
+    EXPECT_EQ(link[1], "<fo:block>ab<fo:basic-link>|cd</fo:basic-link>ef</fo:block>");
+    EXPECT_EQ(link[3], "<fo:block>ab<fo:basic-link>cd|</fo:basic-link>ef</fo:block>");
+    EXPECT_EQ(link[4], "<fo:block>ab<fo:basic-link>cd</fo:basic-link>|ef</fo:block>");
+}
+
+TEST(MoveCaretRight, FromTheEndOfAnInlineThatEndsABlockToTheNextBlocksFirstCharacter)
+{
+    EXPECT_EQ(afterPresses("<fo:block>a<fo:inline>b|</fo:inline></fo:block>\n  <fo:block>\n    "
+                           "<fo:inline>cd</fo:inline></fo:block>",
+                           1, mergedRight),
+              "<fo:block>a<fo:inline>b</fo:inline></fo:block>\n  <fo:block>\n    "
+              "<fo:inline>|cd</fo:inline></fo:block>");
+}
+
+TEST(MoveCaretRight, AtTheLastStopNothingMoves)
+{
+    EXPECT_EQ(afterPresses("<fo:block>ab|</fo:block>", 3, right), "<fo:block>ab|</fo:block>");
+    EXPECT_EQ(afterPresses("<fo:block>|ab</fo:block>", 3, left), "<fo:block>|ab</fo:block>");
+}
+
+const char *const twoSequences =
+    "<?xml version=\"1.0\"?><fo:root xmlns:fo=\"http://www.w3.org/1999/XSL/Format\">"
+    "<fo:layout-master-set><fo:simple-page-master master-name=\"A4\"><fo:region-body/>"
+    "<fo:region-before region-name=\"head\"/></fo:simple-page-master></fo:layout-master-set>"
+    "<fo:page-sequence master-reference=\"A4\"><fo:flow flow-name=\"xsl-region-body\">"
+    "<fo:block>on{1}e</fo:block></fo:flow></fo:page-sequence>"
+    "<fo:page-sequence master-reference=\"A4\">"
+    "<fo:static-content flow-name=\"head\"><fo:block>h{2}ea{3}d</fo:block></fo:static-content>"
+    "<fo:flow "
+    "flow-name=\"xsl-region-body\"><fo:block>{4}two</fo:block></fo:flow></fo:page-sequence></fo:root>";
+
+Core::String twoSequencesAt(const char *mark)
+{
+    Core::String text = Core::String(twoSequences).replaced(Core::String("{") + mark + "}", "|");
+    for (const char *other : {"1", "2", "3", "4"})
+        text = text.replaced(Core::String("{") + other + "}", "");
+    return text;
+}
+
+Core::String pressOnDocument(Core::String const &marked, int presses, CaretAction const &action)
+{
+    SmartPtr<CaretProbe> probe = loadProbeDocument(marked);
+    for (int i = 0; i < presses; ++i)
+        action(*probe);
+    return markedContent(*probe);
+}
+
+TEST(FlowsAndStaticContent, FromAFlowTheCaretNeverEntersStaticContent)
+{
+    EXPECT_EQ(pressOnDocument(twoSequencesAt("1").replaced("on|e", "one|"), 1, right), twoSequencesAt("4"));
+    EXPECT_EQ(pressOnDocument(twoSequencesAt("4"), 1, left), twoSequencesAt("1").replaced("on|e", "one|"));
+}
+
+TEST(FlowsAndStaticContent, FromStaticContentTheCaretStaysInIt)
+{
+    EXPECT_EQ(pressOnDocument(twoSequencesAt("3"), 3, right), twoSequencesAt("3").replaced("|d", "d|"));
+    EXPECT_EQ(pressOnDocument(twoSequencesAt("2"), 3, left), twoSequencesAt("2").replaced("h|", "|h"));
+}
+
+TEST(MoveCaretToEnd, LastStopWithContent)
+{
+    EXPECT_EQ(afterPresses("<fo:block>|ab</fo:block><fo:block>cd</fo:block><fo:block> </fo:block>", 1,
+                           [](CaretProbe &b) { b.moveCaretToEnd(false); }),
+              "<fo:block>ab</fo:block><fo:block>cd|</fo:block><fo:block> </fo:block>");
+    EXPECT_EQ(pressOnDocument(twoSequencesAt("2"), 1, [](CaretProbe &b) { b.moveCaretToEnd(false); }),
+              twoSequencesAt("3").replaced("|d", "d|"));
+    EXPECT_EQ(afterPresses("<fo:block>a|b</fo:block><fo:block>cd</fo:block>", 1,
+                           [](CaretProbe &b) { b.moveCaretToEnd(true); }),
+              "<fo:block>a^b</fo:block><fo:block>cd|</fo:block>");
+}
+
+TEST(IsBoudaryEditablePosition, EdgesOfTheCaretsElement)
+{
+    auto boundary = [](const char *body, bool forward) {
+        return loadProbe(body)->isBoudaryEditablePosition(forward);
+    };
+    EXPECT_TRUE(boundary("<fo:block>ab|</fo:block><fo:block>c</fo:block>", true));
+    EXPECT_FALSE(boundary("<fo:block>a|b</fo:block><fo:block>c</fo:block>", true));
+    EXPECT_TRUE(boundary("<fo:block>x</fo:block><fo:block>|ab</fo:block>", false));
+    EXPECT_FALSE(boundary("<fo:block>x</fo:block><fo:block>a|b</fo:block>", false));
+    EXPECT_TRUE(boundary("<fo:block>|&#x00A0;</fo:block>", true));
+    EXPECT_TRUE(boundary("<fo:block>x<fo:inline>|a</fo:inline>y</fo:block>", true));
+}
+
 } // namespace
 } // namespace foedit::test
