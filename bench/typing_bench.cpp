@@ -1,0 +1,116 @@
+// Typing a 1,000-character paragraph into documents of 64 KB, 1 MB and 8 MB.
+//
+// Every key press takes a snapshot of the document and validates the whole string,
+// so its cost grows with the document; it must not grow with the undo history, which
+// grows by one action per key press here. One iteration types the whole paragraph
+// into a fresh copy of the document; the counter "per_key_press" is the time of one
+// key press, and the median over the repetitions is the number to read.
+
+#include "editing/EditAction.h"
+#include "editing/EditableDocumentBuffer.h"
+#include "support/SmartPtr.h"
+#include "support/String.h"
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+constexpr int kParagraphLength = 1000;
+
+const char *const kHead =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+    "<fo:root xmlns:fo=\"http://www.w3.org/1999/XSL/Format\">"
+    "<fo:layout-master-set><fo:simple-page-master master-name=\"A4\">"
+    "<fo:region-body/></fo:simple-page-master></fo:layout-master-set>"
+    "<fo:page-sequence master-reference=\"A4\"><fo:flow flow-name=\"xsl-region-body\">\n";
+const char *const kTail = "</fo:flow></fo:page-sequence></fo:root>\n";
+const char *const kParagraph =
+    "  <fo:block font-size=\"11pt\">Lorem ipsum dolor sit amet, <fo:inline font-weight=\"bold\">consectetur"
+    "</fo:inline> adipiscing elit, sed do eiusmod tempor incididunt ut labore et dolore magna "
+    "aliqua.</fo:block>\n";
+const char *const kEmptyBlock = "  <fo:block>&#x00A0;</fo:block>\n";
+
+// A flow of paragraphs of about `bytes` bytes (two per code unit), with an empty
+// block in the middle where the typing happens. `typingAt` is the position inside it.
+Core::String makeDocument(long bytes, int &typingAt)
+{
+    Core::String paragraph(kParagraph);
+    long paragraphs = bytes / 2 / paragraph.length();
+    Core::String document(kHead);
+    document.reserve(static_cast<int>(bytes / 2) + 4096);
+    for (long i = 0; i < paragraphs; ++i) {
+        if (i == paragraphs / 2) {
+            typingAt = document.length() + Core::String("  <fo:block>").length();
+            document += kEmptyBlock;
+        }
+        document += paragraph;
+    }
+    document += kTail;
+    return document;
+}
+
+SmartPtr<EditableDocumentBuffer> makeBuffer()
+{
+    SmartPtr<EditableDocumentBuffer> buffer(new EditableDocumentBuffer());
+    buffer->setRootElement("fo:root");
+    for (const char *name :
+         {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
+        buffer->addEditableElement(name);
+    for (const char *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
+        buffer->addInlineEditableElement(name);
+    return buffer;
+}
+
+// Types the paragraph into a fresh copy of the document per iteration, after filling
+// the history with `history` caret marks.
+void typeParagraphInto(benchmark::State &state, int history)
+{
+    int typingAt = -1;
+    Core::String const document = makeDocument(state.range(0), typingAt);
+    Core::String const text = "The quick brown fox jumps over the lazy dog. ";
+    SmartPtr<EditableDocumentBuffer> buffer = makeBuffer();
+    for (auto _ : state) {
+        state.PauseTiming();
+        buffer->setContent(document, true);
+        for (int i = 0; i < history; ++i)
+            buffer->getActionStack().addAction(
+                EditAction(EditAction::SetCaret, -1, typingAt, typingAt, Core::String()));
+        buffer->setCaretPos(false, typingAt);
+        state.ResumeTiming();
+        for (int i = 0; i < kParagraphLength; ++i)
+            buffer->insertText(Core::String::fromUnit(text[i % text.length()]), false, false);
+        benchmark::DoNotOptimize(buffer->getCaretPos());
+    }
+    state.counters["per_key_press"] = benchmark::Counter(
+        kParagraphLength, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void typeParagraph(benchmark::State &state)
+{
+    typeParagraphInto(state, 0);
+}
+
+// The same with 9,000 actions of history before the first key press: the time of a
+// key press must not depend on it.
+void typeParagraphAfterLongHistory(benchmark::State &state)
+{
+    typeParagraphInto(state, 9000);
+}
+
+} // namespace
+
+BENCHMARK(typeParagraph)
+    ->Arg(64L * 1024)
+    ->Arg(1024L * 1024)
+    ->Arg(8L * 1024 * 1024)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
+
+BENCHMARK(typeParagraphAfterLongHistory)
+    ->Arg(1024L * 1024)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
