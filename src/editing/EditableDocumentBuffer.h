@@ -35,6 +35,7 @@ class EditableDocumentBuffer : public EditableXmlBuffer {
     friend class FreezeNotifications;
     friend class EditableDocumentBufferState;
     friend class EditActionGroup;
+    friend class DOMBasedBuffer; // sub-buffers splice and record their commits themselves
 
 public:
     EditableDocumentBuffer();

@@ -230,6 +230,10 @@ private:
     int skipPastElementAndSpaces(int position) const;
     int closingTagOfContainer(int element) const;
     Core::String pathUpFrom(int position, int rootPosition) const;
+    // The text between "<" and ">" of the tag at `element`.
+    Core::String startTagStringAt(int element) const;
+    class NativeTextBuilder;
+    bool closingTagFollowsSpaceAt(int from, bool plainSpaceOnly) const;
 
 protected:
     Core::String content;     // the whole document, UTF-16 code units

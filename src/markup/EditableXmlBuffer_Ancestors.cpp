@@ -85,10 +85,7 @@ int EditableXmlBuffer::getCurrentElementNameAndPos(int position, Core::String &n
 Core::String EditableXmlBuffer::getCurrentElementStartTagString(int position) const
 {
     const int element = getCurrentElementPosition(position);
-    if (element < 0)
-        return Core::String();
-    const int end = findTagEnd(element, content);
-    return end < 0 ? Core::String() : content.subString(element + 1, end - 1);
+    return element < 0 ? Core::String() : startTagStringAt(element);
 }
 
 int EditableXmlBuffer::getFirstPositionInElementContaining(int position) const
