@@ -358,3 +358,44 @@ TEST(HistoryTest, UndoPastATrimmedHistoryJustStops)
     buffer->redo();
     EXPECT_EQ(markedFlow(*buffer), "<fo:block>012|</fo:block>");
 }
+
+// A typing run is one undo step; moving the caret ends it.
+TEST(HistoryTest, TypingIsOneUndoStepUntilTheCaretIsMoved)
+{
+    EditCheck("<fo:block>a|</fo:block>")
+        .expect(
+            [](EditableDocumentBuffer &b) {
+                for (const char *key : {"b", "c", "d"})
+                    b.insertText(key, false, false);
+            },
+            "<fo:block>abcd|</fo:block>");
+
+    auto buffer = loadProbe("<fo:block>a|</fo:block>");
+    buffer->insertText("b", false, false);
+    buffer->setCaretPos(false, buffer->getCaretPos());
+    buffer->insertText("c", false, false);
+    buffer->undo();
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>ab|</fo:block>");
+}
+
+// Markup that would break the document is rolled back, and the history with it:
+// undo and redo go on exactly as if the call had not happened.
+TEST(HistoryTest, ARolledBackInsertionLeavesTheHistoryAsItWas)
+{
+    auto buffer = loadProbe("<fo:block>a|</fo:block>");
+    buffer->insertText("b", false, false);
+    buffer->insertText("c", false, false);
+    buffer->undo();
+    buffer->insertText("x", false, false);
+    buffer->undo();
+    std::string const undoBefore = undoList(buffer->getActionStack());
+    std::string const redoBefore = redoList(buffer->getActionStack());
+
+    EXPECT_TRUE(buffer->insertText("<fo:block", true, false));
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>a|</fo:block>");
+    buffer->endKeyTypingSequence();
+    EXPECT_EQ(undoList(buffer->getActionStack()), undoBefore);
+    EXPECT_EQ(redoList(buffer->getActionStack()), redoBefore);
+    buffer->redo();
+    EXPECT_EQ(markedFlow(*buffer), "<fo:block>ax|</fo:block>");
+}
