@@ -2,6 +2,7 @@
 
 // The umbrella header: everything a host needs.
 
+#include "dom/DOMBasedBuffer.h"
 #include "editing/EditAction.h"
 #include "editing/EditActionGroup.h"
 #include "editing/EditActionStack.h"
