@@ -124,8 +124,25 @@ protected:
     // ==== Navigation: members built on the markup walks: parent name and position, paths, namespaces ====
     // (EditableDocumentBuffer_Navigation.cpp)
 public:
+    // `position` becomes the start tag of its current element, `name` the name of the
+    // element around that one (left as it was when there is none).
+    void getParentElementNameAndPosition(int &position, Core::String &name) const;
+    // The ancestor of the caret whose element path is `path`; -1 when none has it.
+    int getElementPositionFromPath(Core::String path) const;
+    // The namespace declarations in scope at the caret, each with a blank in front.
+    Core::String getNamespaces() const;
     // -- end of Navigation public --
 protected:
+    using EditableXmlBuffer::getElementPositionFromPath;
+    // The element path of `position` and the name of the tag at it.
+    Core::String getSelectedElementPath(int position) const;
+    // Declares `declaration` (`xmlns:p="uri"`) on the root; the result of the property edit.
+    int updateRootNamespaces(Core::String const &declaration);
+    // The prefix of the tag at `position`, without ":"; empty when it has none.
+    Core::String getElementNamespace(int position) const;
+    static bool nameContainsNamespace(Core::String const &name);
+    // The selection as a well-formed fragment; empty without a selection.
+    Core::String getSelectionAsNativeText() const;
     // -- end of Navigation protected --
 
     // ==== Caret: editable elements, caret stops, left/right/home/end, page-sequence and region moves ====
