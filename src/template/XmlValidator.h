@@ -12,7 +12,7 @@
 // and may change between calls.
 class XmlValidator {
 public:
-    explicit XmlValidator(const Core::String &text) noexcept : text(text) {}
+    explicit XmlValidator(const Core::String &markup) noexcept : text(markup) {}
 
     // True when the text is well formed in the sense above. Declarations and processing
     // instructions pass as tags, their quotes checked like attribute quotes.
