@@ -2,6 +2,7 @@
 
 // The umbrella header: everything a host needs.
 
+#include "algorithms/BufferAlg.h"
 #include "dom/DOMBasedBuffer.h"
 #include "editing/EditAction.h"
 #include "editing/EditActionGroup.h"
@@ -10,6 +11,8 @@
 #include "editing/EditableDocumentBufferState.h"
 #include "editing/FreezeNotifications.h"
 #include "editing/IEditableBufferMonitor.h"
+#include "markup/EditableXmlBuffer.h"
+#include "markup/XmlElementType.h"
 #include "support/DocumentEncoding.h"
 #include "support/DocumentFile.h"
 #include "support/DomParser.h"
@@ -42,3 +45,4 @@
 #include "support/XmlReader.h"
 #include "support/XmlTextNode.h"
 #include "support/XmlWriter.h"
+#include "template/XmlValidator.h"
