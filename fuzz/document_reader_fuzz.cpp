@@ -1,6 +1,6 @@
 // Any bytes handed to the document reader, as a file on disk could hold them: the
 // encoding is detected and the text decoded without a crash, a hang or a read out of
-// range, and a successful read survives a save-shaped round trip through UTF-16.
+// range, and a successful read survives a save-shaped round trip through UTF-8 and UTF-16.
 #include "support/Exception.h"
 #include "support/MemoryStream.h"
 #include "support/XmlReader.h"
@@ -20,11 +20,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     } catch (const Core::IOException &) {
         return 0; // an encoding no converter knows
     }
-    SmartPtr<Core::IO::MemoryStream> saved(new Core::IO::MemoryStream());
-    Core::IO::XmlWriter(saved.get(), DocumentEncodingUTF16).write(text);
-    saved->seek(0);
-    const Core::String back = Core::IO::XmlReader(saved).readToEnd();
-    if (back != Core::IO::XmlWriter::withDeclaredEncoding(text, "UTF-16"))
-        std::abort();
+    for (const DocumentEncoding encoding : {DocumentEncodingUTF8, DocumentEncodingUTF16}) {
+        SmartPtr<Core::IO::MemoryStream> saved(new Core::IO::MemoryStream());
+        Core::IO::XmlWriter(saved.get(), encoding).write(text);
+        saved->seek(0);
+        const Core::String back = Core::IO::XmlReader(saved).readToEnd();
+        if (back != Core::IO::XmlWriter::withDeclaredEncoding(text, Core::IO::declaredEncodingName(encoding)))
+            std::abort();
+    }
     return 0;
 }

@@ -12,16 +12,16 @@ TextReader::TextReader(SmartPtr<Stream> stream, String encodingName)
 
 String TextReader::readToEnd()
 {
-    return decode(stream_->readToEnd(), encoding_);
+    return decode(stream_->readToEnd(), encoding_, true);
 }
 
-String TextReader::decode(std::string_view bytes, const String &encodingName)
+String TextReader::decode(std::string_view bytes, const String &encodingName, bool dropMark)
 {
     String text;
     if (!Encoder::decode(bytes, encodingName, text))
         FOEDIT_THROW(
             Core::IOException(String("cannot read text in the unknown encoding '") + encodingName + "'"));
-    if (text.startsWith(u'\uFEFF'))
+    if (dropMark && text.startsWith(u'\uFEFF'))
         text.erase(0, 1);
     return text;
 }

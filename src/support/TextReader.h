@@ -21,7 +21,8 @@ public:
     const String &getEncoding() const noexcept { return encoding_; }
 
 protected:
-    String decode(std::string_view bytes, const String &encodingName);
+    // `bytes` as text; with `dropMark`, a leading U+FEFF (the byte-order mark) goes.
+    String decode(std::string_view bytes, const String &encodingName, bool dropMark);
 
     SmartPtr<Stream> stream_;
     String encoding_;

@@ -24,6 +24,20 @@ public:
     // The encoding of a document that starts with `bytes`, and the length of its
     // byte-order mark (0 when there is none).
     static String detectEncoding(std::string_view bytes, std::size_t &markLength);
+
+    // The XML declaration at the start of `markup`, read by the rules of XML: "<?xml",
+    // then pseudo-attributes `name="value"` (or with single quotes) apart by blanks,
+    // then "?>". False when `markup` does not start with a declaration of that form;
+    // a malformed one counts as none. Otherwise `versionEnd` is the position just
+    // behind the first attribute's closing quote, and `encodingFrom`..`encodingTo`
+    // (exclusive) the value of the encoding attribute, both -1 when it has none.
+    // XmlWriter rewrites exactly what this reads.
+    struct Declaration {
+        int versionEnd = -1;
+        int encodingFrom = -1;
+        int encodingTo = -1;
+    };
+    static bool parseDeclaration(const String &markup, Declaration &declaration);
 };
 
 } // namespace Core::IO

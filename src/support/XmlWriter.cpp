@@ -1,6 +1,8 @@
 #include "support/XmlWriter.h"
 
+#include "support/Encoder.h"
 #include "support/Exception.h"
+#include "support/XmlReader.h"
 
 namespace Core::IO {
 
@@ -20,28 +22,13 @@ String converterNameFor(DocumentEncoding encoding)
                                    String::number(static_cast<long long>(encoding))));
 }
 
-bool isXmlBlank(char16_t c)
+// UTF-8 goes without a byte-order mark, unless a reader would take the bytes for
+// something else: text that starts with U+FEFF (read as the mark and dropped), or
+// with "<" and "?" each beside a zero unit (read as UTF-16).
+bool readsAsPlainUtf8(std::string_view bytes)
 {
-    return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
-}
-
-// Where the value of `name="..."` starts inside [from, to), or -1.
-int pseudoAttributeValue(const String &markup, const char *name, int from, int to)
-{
-    const int nameLength = String(name).length();
-    for (int at = markup.find(name, from); at >= 0 && at < to; at = markup.find(name, at + 1)) {
-        int i = at + nameLength;
-        while (i < to && isXmlBlank(markup[i]))
-            ++i;
-        if (i >= to || markup[i] != u'=')
-            continue;
-        ++i;
-        while (i < to && isXmlBlank(markup[i]))
-            ++i;
-        if (i < to && (markup[i] == u'"' || markup[i] == u'\''))
-            return i + 1;
-    }
-    return -1;
+    std::size_t markLength = 0;
+    return XmlReader::detectEncoding(bytes, markLength) == "UTF-8" && markLength == 0;
 }
 
 } // namespace
@@ -58,33 +45,32 @@ void XmlWriter::write(const String &text)
         return;
     }
     started_ = true;
+    std::string bytes;
+    if (!Encoder::encode(withDeclaredEncoding(text, declaredEncodingName(documentEncoding_)), encoding_,
+                         bytes))
+        FOEDIT_THROW(Core::IOException(String("cannot write text in the encoding '") + encoding_ + "'"));
     if (documentEncoding_ == DocumentEncodingUTF16)
         writeBytes("\xFF\xFE");
-    TextWriter::write(withDeclaredEncoding(text, declaredEncodingName(documentEncoding_)));
+    else if (documentEncoding_ == DocumentEncodingUTF8 && !readsAsPlainUtf8(bytes))
+        writeBytes("\xEF\xBB\xBF");
+    writeBytes(bytes);
 }
 
 String XmlWriter::withDeclaredEncoding(const String &markup, const String &encodingName)
 {
-    const bool hasDeclaration = markup.matchesAt(0, "<?xml") && isXmlBlank(markup[5]);
-    const int end = hasDeclaration ? markup.find("?>", 0) : -1;
-    if (end < 0) {
+    XmlReader::Declaration declaration;
+    if (!XmlReader::parseDeclaration(markup, declaration)) {
         const String upper = encodingName.toUpper();
         if (upper.startsWith("UTF-8") || upper.startsWith("UTF-16"))
             return markup;
         return "<?xml version=\"1.0\" encoding=\"" + encodingName + "\"?>\n" + markup;
     }
     String result(markup);
-    const int value = pseudoAttributeValue(markup, "encoding", 5, end);
-    if (value >= 0) {
-        const int close = markup.find(markup[value - 1], value);
-        if (close >= 0 && close < end)
-            return result.replace(value, close - value, encodingName);
-    }
-    // No usable encoding attribute: it belongs right behind the version.
-    const int version = pseudoAttributeValue(markup, "version", 5, end);
-    const int versionClose = version >= 0 ? markup.find(markup[version - 1], version) : -1;
-    const int at = versionClose >= 0 && versionClose < end ? versionClose + 1 : 5;
-    return result.insert(at, " encoding=\"" + encodingName + "\"");
+    if (declaration.encodingFrom >= 0)
+        return result.replace(declaration.encodingFrom, declaration.encodingTo - declaration.encodingFrom,
+                              encodingName);
+    // The encoding attribute belongs right behind the version.
+    return result.insert(declaration.versionEnd, " encoding=\"" + encodingName + "\"");
 }
 
 } // namespace Core::IO

@@ -140,6 +140,17 @@ TEST_F(DocumentFileTest, ReadsDeclaredAndMarkedEncodings)
     writeBytes("plain.fo", "<a>\xC3\xA9\xFF</a>");
     EXPECT_EQ(readDocumentFile(path("plain.fo")), String(u"<a>\u00E9\uFFFD</a>"));
 
+    // Only the first mark is a mark: a second U+FEFF is text and survives a save.
+    writeBytes("twomarks.fo", "\xFF\xFE\xFF\xFE<\0a\0/\0>\0"s);
+    EXPECT_EQ(readDocumentFile(path("twomarks.fo")), String(u"\uFEFF<a/>"));
+    writeDocumentFile(path("twomarks.fo"), readDocumentFile(path("twomarks.fo")), DocumentEncodingUTF8);
+    EXPECT_EQ(readDocumentFile(path("twomarks.fo")), String(u"\uFEFF<a/>"));
+
+    // Text a reader would take for UTF-16 if it went out as bare UTF-8.
+    const String zeros = String(u"\0<\0?x"s);
+    writeDocumentFile(path("zeros.fo"), zeros, DocumentEncodingUTF8);
+    EXPECT_EQ(readDocumentFile(path("zeros.fo")), zeros);
+
     writeBytes("empty.fo", "");
     EXPECT_EQ(readDocumentFile(path("empty.fo")), "");
 }
@@ -156,6 +167,10 @@ TEST_F(DocumentFileTest, UnreadableFilesThrowWithThePath)
     }
     writeBytes("klingon.fo", "<?xml version=\"1.0\" encoding=\"x-klingon\"?><a/>");
     EXPECT_THROW(readDocumentFile(path("klingon.fo")), Core::IOException);
+    // ICU would match this loosely to UTF-7; no XML reader takes it for a name.
+    writeBytes("garbled.fo", "<?xml version=\"1.0\" encoding=\"UT\x10"
+                             "F-7\"?><a/>");
+    EXPECT_THROW(readDocumentFile(path("garbled.fo")), Core::IOException);
 }
 
 TEST_F(DocumentFileTest, FailedSaveLeavesTheOldFileAndNoLitter)
@@ -234,4 +249,22 @@ TEST(MemoryStreamTest, ReadsWritesAndSeeksWithinItsBytes)
     EXPECT_EQ(stream->getBytes(), "<a>bcd</a>!");
     stream->seek(-5);
     EXPECT_EQ(XmlReader(stream).readToEnd(), "<a>bcd</a>!");
+}
+
+TEST(XmlDeclarationTest, MalformedDeclarationsCountAsNone)
+{
+    XmlReader::Declaration declaration;
+    for (const char *markup :
+         {"<?xml version=\"1.0\"", "<?xml version=\"1.0\"encoding=\"x\"?>", "<?xml ?>",
+          "<?xml version=\"1.0?>\"?>", "<?xml version='1.0' encoding=\"x'?>", "<?xml-model?>"}) {
+        EXPECT_FALSE(XmlReader::parseDeclaration(markup, declaration)) << markup;
+        EXPECT_EQ(XmlWriter::withDeclaredEncoding(markup, "UTF-8"), markup);
+        // What the reader takes for no declaration, the writer does not touch but
+        // puts a whole one in front of.
+        EXPECT_TRUE(XmlWriter::withDeclaredEncoding(markup, "ISO-8859-1").endsWith(String("?>\n") + markup));
+    }
+    ASSERT_TRUE(XmlReader::parseDeclaration("<?xml version = '1.0'\tencoding= \"latin1\" ?>", declaration));
+    EXPECT_EQ(declaration.versionEnd, 21);
+    EXPECT_EQ(declaration.encodingFrom, 33);
+    EXPECT_EQ(declaration.encodingTo, 39);
 }
