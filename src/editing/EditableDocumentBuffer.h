@@ -209,12 +209,14 @@ protected:
     bool canHoldCaretIn(int position, int currentElement);
     bool isMergeableInline(int tagPosition) const;
     bool startsWithPlaceholder(int element) const;
+    BufferAlgorithms::WhitespaceAlg rulesOf(int element);
     bool closesMergeableInline(int position, int currentElement) const;
     int getLastTagOfDocument() const;
     int getRootClosingTag() const;
     bool moveRightInTableOrder();
     bool moveLeftInTableOrder();
     bool enterTableFromBehind(int previous);
+    bool enterTableFromTheFront(int next);
     int rowGroupOfTable(Core::String const &name, int position, int table);
     int positionAfterElement(int element);
     int positionBeforeElementEnd(int element);

@@ -36,17 +36,19 @@ void EditableDocumentBuffer::moveCaretRight(bool extendSelection, bool byWord, b
         target = isInFlowAt(next) ? next : getNextPositionAdjustedToFoFlow(next);
     else if (next != -1 && sameElementNamed("fo:static-content", caret, next))
         target = next;
-    if (!isOnInvalidPosition(target))
-        setCaret(extendSelection, target);
+    if (isOnInvalidPosition(target) || (inFlow && enterTableFromTheFront(target)))
+        return;
+    setCaret(extendSelection, target);
 }
 
 // Reading order across the row groups of the table around the caret:
 //
 //     header end  -> body start (the footer stands between them in the markup)
 //     body end    -> footer start
-//     footer end  -> behind the table
+//     footer end  -> behind the table, or nowhere when nothing follows the table:
+//                    stepping on would enter the body again and go round for ever
 //
-// True when the caret has been moved.
+// True when the caret has been dealt with.
 bool EditableDocumentBuffer::moveRightInTableOrder()
 {
     int table = tableAround(caret);
@@ -55,17 +57,21 @@ bool EditableDocumentBuffer::moveRightInTableOrder()
     // The next stop is the first one past an element around the caret exactly when
     // it lies outside that element, so no walk to the element's end is needed.
     int next = getNextEditablePositionInFo(caret, false, false);
+    int nextElement = next == -1 ? -1 : currentElementOf(next);
     int target = -1;
-    if (next == -1 || !hasAncestor(currentElementOf(next), table)) {
+    if (!hasAncestor(nextElement, table)) {
         int footer = getNextChildByName("fo:table-footer", table);
         if (footer != -1)
             target = getNextEditablePositionInFo(footer, false, false);
     } else if (int footer = rowGroupOfTable("fo:table-footer", caret, table); footer != -1) {
-        if (!hasAncestor(currentElementOf(next), footer))
+        if (!hasAncestor(nextElement, footer)) {
             target = positionAfterElement(table);
+            if (isOnInvalidPosition(target))
+                return true;
+        }
     } else if (int header = rowGroupOfTable("fo:table-header", caret, table); header != -1) {
         int footerAhead = rowGroupOfTable("fo:table-footer", next, table);
-        if (footerAhead != -1 && !hasAncestor(currentElementOf(next), header))
+        if (footerAhead != -1 && !hasAncestor(nextElement, header))
             target = positionAfterElement(footerAhead);
     }
     if (isOnInvalidPosition(target))
@@ -135,8 +141,9 @@ void EditableDocumentBuffer::moveCaretLeft(bool extendSelection, bool byWord, bo
     setCaret(extendSelection, previous);
 }
 
-//     footer start -> body end
-//     body start   -> header end
+//     footer start       -> body end
+//     first body's start -> header end, or the stop in front of the table (its
+//                           "<"): the footer before it in the markup is seen last
 bool EditableDocumentBuffer::moveLeftInTableOrder()
 {
     int table = tableAround(caret);
@@ -149,12 +156,29 @@ bool EditableDocumentBuffer::moveLeftInTableOrder()
         if (!hasAncestor(previousElement, footer))
             target = positionBeforeElementEnd(table);
     } else if (int body = rowGroupOfTable("fo:table-body", caret, table); body != -1) {
-        if (!hasAncestor(previousElement, body)) {
+        // Only the first body: from a later one the previous body's end is the way back.
+        if (!hasAncestor(previousElement, body) && rowGroupOfTable("fo:table-body", previous, table) == -1) {
             int header = getNextChildByName("fo:table-header", table);
-            if (header != -1)
-                target = positionBeforeElementEnd(header);
+            target = header != -1 ? positionBeforeElementEnd(header) : table;
         }
     }
+    if (isOnInvalidPosition(target))
+        return false;
+    setCaret(false, target);
+    return true;
+}
+
+// Entering a table from the front over a footer that stands first in the markup (the
+// table has no header) lands at the start of the body, the first row the reader sees.
+bool EditableDocumentBuffer::enterTableFromTheFront(int next)
+{
+    int table = tableAround(next);
+    if (table == -1 || hasAncestor(currentElementOf(caret), table))
+        return false;
+    if (rowGroupOfTable("fo:table-footer", next, table) == -1)
+        return false;
+    int body = getNextChildByName("fo:table-body", table);
+    int target = body == -1 ? -1 : getNextEditablePositionInFo(body, false, false);
     if (isOnInvalidPosition(target))
         return false;
     setCaret(false, target);

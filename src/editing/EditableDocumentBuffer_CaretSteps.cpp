@@ -15,6 +15,16 @@ const std::vector<Core::String> templateLogicEnds{"/otd:xslt-global", "/otd:xslt
 
 } // namespace
 
+// The white-space rules in force in `element`. A walk takes fresh rules for each element
+// it enters: loading keeps the settings an element does not mention, and rules carried
+// over from a sibling would make a position's fate depend on the direction of the walk.
+BufferAlgorithms::WhitespaceAlg EditableDocumentBuffer::rulesOf(int element)
+{
+    BufferAlgorithms::WhitespaceAlg rules(*this);
+    rules.loadFromElement(element);
+    return rules;
+}
+
 // With `mergeInlineBoundaries` the walk passes stops that only cross the edge of an
 // inline, so that one key press passes one visible character:
 //
@@ -67,8 +77,7 @@ int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap,
             placeholderStop = closing;
         }
     }
-    BufferAlgorithms::WhitespaceAlg rules(*this);
-    rules.loadFromElement(element);
+    BufferAlgorithms::WhitespaceAlg rules = rulesOf(element);
 
     int tElement = element; // the current element of t
     int previousStop = position;
@@ -110,7 +119,7 @@ int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap,
         if (!canHoldCaretIn(t, tElement))
             continue;
         if (tElement != stepFromElement)
-            rules.loadFromElement(tElement);
+            rules = rulesOf(tElement);
         if (rules.isPositionSkipped(t))
             continue;
         if (!mergeInlineBoundaries)
@@ -135,8 +144,7 @@ int EditableDocumentBuffer::getPreviousEditablePositionInFo(int position, bool w
         return -1;
     WalkScope scope(*this);
     int element = currentElementOf(position);
-    BufferAlgorithms::WhitespaceAlg rules(*this);
-    rules.loadFromElement(element);
+    BufferAlgorithms::WhitespaceAlg rules = rulesOf(element);
 
     int t = position;
     int tElement = element;
@@ -177,7 +185,7 @@ int EditableDocumentBuffer::getPreviousEditablePositionInFo(int position, bool w
         if (!canHoldCaretIn(t, tElement))
             continue;
         if (tElement != stepFromElement)
-            rules.loadFromElement(tElement);
+            rules = rulesOf(tElement);
         if (rules.isPositionSkipped(t))
             continue;
         if (!mergeInlineBoundaries)

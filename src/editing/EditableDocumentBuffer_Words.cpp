@@ -211,8 +211,7 @@ int WordJumpWalk::previousStop(int p)
 {
     int element = doc.currentElementOf(p);
     if (element != rulesElement) {
-        rules = BufferAlgorithms::WhitespaceAlg(doc);
-        rules.loadFromElement(element);
+        rules = doc.rulesOf(element);
         rulesElement = element;
     }
     int q = doc.getPreviousEditablePositionInFo(p, false, false);

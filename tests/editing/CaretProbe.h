@@ -19,11 +19,13 @@ class CaretProbe : public EditableDocumentBuffer {
 public:
     using EditableDocumentBuffer::canHoldCaret;
     using EditableDocumentBuffer::content;
+    using EditableDocumentBuffer::getCurrentElementPosition;
     using EditableDocumentBuffer::getNextEditablePositionInFo;
     using EditableDocumentBuffer::getNextValidCaretPos;
     using EditableDocumentBuffer::getPreviousEditablePositionInFo;
     using EditableDocumentBuffer::getPreviousValidCaretPos;
     using EditableDocumentBuffer::inEditableElement;
+    using EditableDocumentBuffer::inListItemLabel;
     using EditableDocumentBuffer::isBlockEditableElementName;
     using EditableDocumentBuffer::isEditableElementAtPosition;
     using EditableDocumentBuffer::isElementSelected;

@@ -3,7 +3,11 @@
 
 #include "editing/CaretProbe.h"
 
+#include "common/TestPaths.h"
+
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace foedit::test {
 namespace {
@@ -205,6 +209,47 @@ TEST(TableOrder, EnteringFromBehindLandsAtTheEndOfTheFooter)
     EXPECT_EQ(afterPresses(tableAt("T1"), 1, mergedLeft), tableAt("F1"));
 }
 
+// Without a header the footer stands first in the markup: it is still seen last, also
+// when the table is entered from the front, and with several bodies.
+const char *const tableWithFooterOnly =
+    "<fo:block>x{X1}</"
+    "fo:block>{T0}<fo:table><fo:table-footer><fo:table-row><fo:table-cell><fo:block>{F0}f{F1}"
+    "</fo:block></fo:table-cell></fo:table-row></fo:table-footer><fo:table-body><fo:table-row><fo:table-cell>"
+    "<fo:block>{B0}b{B1}</fo:block></fo:table-cell></fo:table-row></"
+    "fo:table-body><fo:table-body><fo:table-row>"
+    "<fo:table-cell><fo:block>{C0}c{C1}</fo:block></fo:table-cell></fo:table-row></fo:table-body></"
+    "fo:table>{T1}";
+
+Core::String footerOnlyAt(const char *stop, bool blockBehind = true)
+{
+    // Indentation behind the table holds no stop; the table's end is then the last place.
+    Core::String marked =
+        Core::String(tableWithFooterOnly) + (blockBehind ? "<fo:block>{A0}a</fo:block>" : "\n");
+    marked = marked.replaced(Core::String("{") + stop + "}", "|");
+    for (const char *other : {"X1", "T0", "F0", "F1", "B0", "B1", "C0", "C1", "T1", "A0"})
+        marked = marked.replaced(Core::String("{") + other + "}", "");
+    return marked;
+}
+
+TEST(TableOrder, AFooterFirstInTheMarkupIsStillSeenLast)
+{
+    const std::vector<const char *> readingOrder{"X1", "T0", "B0", "B1", "C0", "C1", "F0", "F1", "T1", "A0"};
+    std::vector<Core::String> rightTrail = pressTrail(footerOnlyAt("X1"), 9, right);
+    std::vector<Core::String> leftTrail = pressTrail(footerOnlyAt("A0"), 9, left);
+    for (std::size_t i = 1; i < readingOrder.size(); ++i) {
+        EXPECT_EQ(rightTrail[i - 1], footerOnlyAt(readingOrder[i])) << "right press " << i;
+        EXPECT_EQ(leftTrail[i - 1], footerOnlyAt(readingOrder[readingOrder.size() - 1 - i]))
+            << "left press " << i;
+    }
+}
+
+TEST(TableOrder, NothingBehindTheTableEndsTheWalkAtTheFootersEnd)
+{
+    // Stepping on from the footer would enter the body again, and go round for ever.
+    EXPECT_EQ(afterPresses(footerOnlyAt("C1", false), 4, right), footerOnlyAt("F1", false));
+    EXPECT_EQ(afterPresses(footerOnlyAt("F1", false), 3, left), footerOnlyAt("C0", false));
+}
+
 TEST(MoveCaretRight, AnElementHoldingOnlyAPlaceholderHasOneStop)
 {
     EXPECT_EQ(afterPresses("<fo:block>|&#x00A0;</fo:block><fo:block>x</fo:block>", 1, right),
@@ -329,6 +374,69 @@ TEST(IsBoudaryEditablePosition, EdgesOfTheCaretsElement)
     EXPECT_FALSE(boundary("<fo:block>x</fo:block><fo:block>a|b</fo:block>", false));
     EXPECT_TRUE(boundary("<fo:block>|&#x00A0;</fo:block>", true));
     EXPECT_TRUE(boundary("<fo:block>x<fo:inline>|a</fo:inline>y</fo:block>", true));
+}
+
+// ---- Real documents ----
+
+bool insideEntity(Core::String const &text, int p)
+{
+    int amp = text.rFind(u'&', p - 1);
+    if (amp == -1 || p - amp > 10)
+        return false;
+    int semicolon = text.find(u';', amp);
+    return semicolon >= p && text.find(u'<', amp) > semicolon;
+}
+
+// Every stop the right arrow reaches, from Home; at most `limit` of them.
+std::vector<int> stopsGoingRight(CaretProbe &probe, int limit)
+{
+    std::vector<int> stops{probe.getCaretPos()};
+    while (static_cast<int>(stops.size()) < limit) {
+        probe.moveCaretRight(false, false, false);
+        if (probe.getCaretPos() == stops.back())
+            break;
+        stops.push_back(probe.getCaretPos());
+    }
+    return stops;
+}
+
+// The corpus walk is long: every document, up to this many stops from its first.
+constexpr int corpusStopsPerDocument = 1500;
+
+TEST(CorpusWalk, LeftRetracesRightAndNoStopFallsInsideMarkup)
+{
+    for (std::string const &path : corpusFiles()) {
+        SCOPED_TRACE(path);
+        SmartPtr<CaretProbe> probe(new CaretProbe());
+        configureStandardHost(*probe);
+        probe->setContent(Core::String::fromUtf8(readFileBytes(path)), true);
+        if (probe->getCaretPos() == -1)
+            continue; // nothing to stand on
+        std::vector<int> stops = stopsGoingRight(*probe, corpusStopsPerDocument);
+        Core::String const &text = probe->content;
+        for (int stop : stops) {
+            ASSERT_FALSE(EditableXmlBuffer::isInsideStartTag(text, stop)) << "stop " << stop;
+            ASSERT_FALSE(insideEntity(text, stop)) << "stop " << stop;
+            ASSERT_FALSE(probe->inListItemLabel(stop)) << "stop " << stop;
+            ASSERT_TRUE(probe->canHoldCaret(stop)) << "stop " << stop;
+        }
+        // Going left a step over a comment or a CDATA section crosses the tag in front
+        // of it as well, so the stops between that tag and the comment are passed.
+        for (std::size_t i = stops.size() - 1; i > 0;) {
+            probe->moveCaretLeft(false, false, false);
+            int landed = probe->getCaretPos();
+            auto at = std::find(stops.begin(), stops.begin() + static_cast<long>(i), landed);
+            ASSERT_NE(at, stops.begin() + static_cast<long>(i))
+                << "left from stop " << stops[i] << " to " << landed;
+            std::size_t j = static_cast<std::size_t>(at - stops.begin());
+            if (j != i - 1) {
+                Core::String crossed = text.subString(stops[j], stops[i]);
+                ASSERT_TRUE(crossed.contains("<!--") || crossed.contains("<![CDATA["))
+                    << "left from stop " << stops[i] << " passed " << stops[i - 1];
+            }
+            i = j;
+        }
+    }
 }
 
 } // namespace
