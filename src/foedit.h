@@ -3,6 +3,7 @@
 // The umbrella header: everything a host needs.
 
 #include "algorithms/BufferAlg.h"
+#include "algorithms/WhitespaceAlg.h"
 #include "dom/DOMBasedBuffer.h"
 #include "editing/EditAction.h"
 #include "editing/EditActionGroup.h"

@@ -21,17 +21,17 @@ bool isLinefeed(char16_t c) noexcept
 
 } // namespace
 
-WhitespaceAlg::WhitespaceAlg(SmartPtr<EditableDocumentBuffer> buffer) : holder(buffer), document(buffer.get())
+WhitespaceAlg::WhitespaceAlg(SmartPtr<EditableDocumentBuffer> buffer) : BufferAlg(buffer), asked(buffer.get())
 {
 }
 
-WhitespaceAlg::WhitespaceAlg(EditableDocumentBuffer &borrowed) : document(&borrowed) {}
+WhitespaceAlg::WhitespaceAlg(EditableDocumentBuffer &borrowed) : BufferAlg(nullptr), asked(&borrowed) {}
 
 EditableDocumentBuffer &WhitespaceAlg::doc() const
 {
-    if (!document)
+    if (!asked)
         FOEDIT_THROW(Core::NullPointerException());
-    return *document;
+    return *asked;
 }
 
 // ---- Settings ----

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "algorithms/BufferAlg.h"
 #include "support/PropertyCollection.h"
 #include "support/SmartPtr.h"
 
@@ -18,7 +19,7 @@ namespace BufferAlgorithms {
 // One object serves one walk. Loading reads the properties of every ancestor, so a walk
 // loads again only when it enters another element. A load overwrites only the settings
 // the element's properties mention; the others keep what an earlier load gave them.
-class WhitespaceAlg {
+class WhitespaceAlg : public BufferAlg {
 public:
     // Values of "fo:white-space-treatment".
     enum WhiteSpaceTreatment : int {
@@ -39,10 +40,11 @@ public:
     // With the default settings. Every question asked through a null buffer throws
     // Core::NullPointerException.
     explicit WhitespaceAlg(SmartPtr<EditableDocumentBuffer> buffer);
-    // Borrows `document` without taking a reference, for the walks a document runs on
+    // Borrows `borrowed` without taking a reference, for the walks a document runs on
     // itself: the document need not be held by a SmartPtr (a host may keep it on the
-    // stack), and the walk must not be the one to release it.
-    explicit WhitespaceAlg(EditableDocumentBuffer &document);
+    // stack), and the walk must not be the one to release it. The forwards of BufferAlg
+    // are not available on such an object.
+    explicit WhitespaceAlg(EditableDocumentBuffer &borrowed);
 
     // Takes the settings in force in the element whose start tag is at
     // `elementPosition`. Nothing for a position that holds no tag.
@@ -86,8 +88,7 @@ private:
     int whiteSpaceTreatment = IgnoreIfSurroundingLinefeed;
     bool whiteSpaceCollapse = true;
     int linefeedTreatment = LinefeedTreatAsSpace;
-    SmartPtr<EditableDocumentBuffer> holder;    // the reference taken, null when borrowed
-    EditableDocumentBuffer *document = nullptr; // the buffer asked
+    EditableDocumentBuffer *asked = nullptr; // the document: BufferAlg's, or the borrowed one
 };
 
 } // namespace BufferAlgorithms
