@@ -540,10 +540,24 @@ protected:
     // -- end of Objects protected --
 
     // ==== Lists: the hand-overs to the list operations ====
-    // (EditableDocumentBuffer_Lists.cpp)
+    // (EditableDocumentBuffer_Lists.cpp; the algorithms are in src/structures/ListEditing*)
+    //
+    // The list algorithms work on this class rather than on ListBuffer, since a host may
+    // hold a plain EditableDocumentBuffer and still press Enter or Delete in a list.
+    friend class ListEditing;
+
 public:
+    // True when the item at `path` (empty: the item around the caret) is not the only
+    // item of its list.
+    bool canDeleteListItem(Core::String const &path);
     // -- end of Lists public --
 protected:
+    // Delete and Backspace, Enter, and the list part of a selection deletion in a list.
+    void eraseInList(bool forward, bool wholeWord);
+    void breakInList();
+    // The walk of deleteSelectedXmlText meets part of a list: the list deletes its part,
+    // and the walk goes on behind it.
+    void eraseListPartOfSelection(SelectionWalk &walk);
     // -- end of Lists protected --
 
     // ==== Tables: the table buffer of a position ====

@@ -232,6 +232,5 @@ void EditableDocumentBuffer::insertSoftBreak()
 
 void EditableDocumentBuffer::insertListBreak()
 {
-    // Enter in a list belongs to the list operations; this waits for their entry
-    // point and does nothing until then.
+    breakInList(); // Enter in a list belongs to the list operations
 }

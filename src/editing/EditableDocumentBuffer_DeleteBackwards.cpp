@@ -350,8 +350,12 @@ void DeleteBackwardsSteps::mergeWithPreviousBlock(int &position)
         return;
     }
     if (name == kListBlock) {
-        // A list precedes: Backspace is to reach the end of its last item. That waits
-        // for the list operations' entry point; until then nothing happens here.
+        // A list precedes: from the end of its last item, Delete takes this block in.
+        doc.addCaretMark();
+        doc.moveCaretLeft(false, false, false);
+        doc.eraseInList(true, false);
+        doc.addCaretMark();
+        position = doc.caret;
     }
 }
 

@@ -247,9 +247,13 @@ bool DeleteForwardSteps::mergeFollowingBlock(int &position, int p)
         return true;
     }
     if (name == kListBlock) {
-        // A list follows: its first item is to come out in front of the list and join
-        // this block. That waits for the list operations' entry point; until then
-        // Delete does nothing here.
+        // A list follows: Backspace in its first item moves the item out in front of
+        // the list, and a second Backspace joins it to this block.
+        doc.addCaretMark();
+        doc.moveCaretRight(false, false, false);
+        doc.eraseInList(false, false);
+        doc.erase(false, false);
+        doc.addCaretMark();
         return true;
     }
     return false;

@@ -41,8 +41,7 @@ void EditableDocumentBuffer::erase(bool forward, bool wholeWord)
         // not receive the end marker of a group it never saw start.
         EditActionGroup group(this);
         if (caretIsInsideList() && !hasSelectedText()) {
-            // List items have their own Delete and Backspace. The hand-over waits for
-            // the list operations' entry point; until then the key does nothing here.
+            eraseInList(forward, wholeWord); // list items have their own Delete and Backspace
         } else if (wholeWord && caretIsInsideTable() && !hasSelectedText()) {
             if (EraseSteps(*this).wordEraseStaysInCell(forward))
                 eraseTextFromBuffer(forward, wholeWord, true);

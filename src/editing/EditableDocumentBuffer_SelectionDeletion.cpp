@@ -375,8 +375,7 @@ EditableDocumentBuffer::WalkStep EditableDocumentBuffer::finishInsideTextRun(Sel
 
 // A list in the range. A list selected from its first to its last caret position goes
 // whole. A selection that covers only part of a list belongs to the list editing
-// (eraseListSelection); until that is written the general walk deletes it, so this
-// returns false then.
+// (eraseListSelection), which deletes item by item and renumbers.
 bool EditableDocumentBuffer::deleteListInSelection(SelectionWalk &walk)
 {
     int list = searchParent("fo:list-block", walk.cur, false, true, "");
@@ -386,8 +385,10 @@ bool EditableDocumentBuffer::deleteListInSelection(SelectionWalk &walk)
         return false;
     bool wholeList = walk.cur == getNextEditablePositionInFo(list, false, false) &&
                      walk.end >= lastCaretPositionInList(list, listEnd);
-    if (!wholeList)
-        return false; // Partial lists: the call of eraseListSelection goes here.
+    if (!wholeList) {
+        eraseListPartOfSelection(walk);
+        return true;
+    }
     walk.cur = list;
     walk.end = std::max(walk.end, behind);
     Core::String removed = deleteXmlText(list, behind - 1);

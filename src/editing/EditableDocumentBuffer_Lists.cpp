@@ -1,0 +1,39 @@
+// Where the document's own Delete, Backspace, Enter and selection deletion hand over to
+// the list algorithms (src/structures/ListEditing*), and the one list question the
+// document answers without the list class.
+#include "editing/EditableDocumentBuffer.h"
+
+#include "structures/ListEditing.h"
+
+bool EditableDocumentBuffer::canDeleteListItem(Core::String const &path)
+{
+    return ListEditing(*this).canDeleteListItem(path);
+}
+
+void EditableDocumentBuffer::eraseInList(bool forward, bool wholeWord)
+{
+    ListEditing(*this).eraseTextFromListBuffer(forward, wholeWord);
+}
+
+void EditableDocumentBuffer::breakInList()
+{
+    ListEditing(*this).breakList();
+}
+
+// The list deletes its part of [cur, end) and answers the position behind itself. The
+// walk goes on at the first caret stop behind the list, or at the last one in front of
+// that when the document ends there:
+//     <fo:list-block>...^...</fo:list-block><fo:block>..|..</fo:block>
+void EditableDocumentBuffer::eraseListPartOfSelection(SelectionWalk &walk)
+{
+    int behind = ListEditing(*this).eraseListSelection(walk.cur, walk.end);
+    int next = getNextEditablePositionInFo(behind, false, false);
+    if (next == -1)
+        next = behind < 0 ? -1 : lastCaretPositionInList(0, behind);
+    walk.cur = next;
+    if (walk.end >= next)
+        walk.start = next;
+    else
+        walk.end = next;
+    walk.listHandled = false;
+}

@@ -1,0 +1,76 @@
+// Deleting a selection that meets a list: whole items go, the touched part of others,
+// and the list renumbers. Reached through erase and typing on a plain document buffer
+// and through ListBuffer::eraseListSelection.
+#include "common/EditCheck.h"
+#include "common/MarkedDocument.h"
+#include "structures/ListMarkup.h"
+
+#include "structures/ListBuffer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using foedit::test::EditCheck;
+using foedit::test::loadMarked;
+using foedit::test::numberedList;
+
+namespace {
+
+void expectErase(std::string const &before, EditCheck::Edit const &edit, std::string const &after)
+{
+    SCOPED_TRACE("before: " + before);
+    EditCheck(before.c_str()).expect(edit, after.c_str());
+}
+
+SmartPtr<ListBuffer> loadList(std::string const &markedBody)
+{
+    SmartPtr<ListBuffer> buffer(new ListBuffer());
+    foedit::test::configureStandardHost(*buffer);
+    loadMarked(*buffer, markedBody.c_str());
+    return buffer;
+}
+
+} // namespace
+
+TEST(ListSelectionTest, TheTailOfTheLastTouchedItemTakesTheFirstTouchedItemsPlace)
+{
+    std::string const before = numberedList({"list 1", "^list 2", "list |3"});
+    std::string const after = numberedList({"list 1", "|3"});
+    expectErase(
+        before, [](EditableDocumentBuffer &b) { b.erase(true, false); }, after);
+    expectErase(
+        before, [](EditableDocumentBuffer &b) { b.erase(false, false); }, after);
+    EditCheck(before.c_str())
+        .expectOn<ListBuffer>([](ListBuffer &b) { b.eraseListSelection(); }, after.c_str());
+}
+
+TEST(ListSelectionTest, WholeItemsGoAndTheRestRenumbers)
+{
+    expectErase(
+        numberedList({"a", "^b", "c", "|d", "e"}), [](EditableDocumentBuffer &b) { b.erase(true, false); },
+        numberedList({"a", "|d", "e"}));
+    // Typing over the selection replaces it.
+    expectErase(
+        numberedList({"a", "^b", "c", "|d"}),
+        [](EditableDocumentBuffer &b) { b.insertText("x", false, false); }, numberedList({"a", "x|d"}));
+}
+
+TEST(ListSelectionTest, OutsideAListThereIsNothingToErase)
+{
+    SmartPtr<ListBuffer> buffer = loadList("<fo:block>a^b|c</fo:block>");
+    int start = buffer->getCaretPos() - 1;
+    int end = buffer->getCaretPos();
+    EXPECT_EQ(buffer->eraseListSelection(start, end), -1);
+}
+
+TEST(ListItemDeletionTest, AnItemCanGoWhenItsListKeepsAnother)
+{
+    EXPECT_FALSE(loadList(numberedList({"on|ly"}))->canDeleteListItem(""));
+    EXPECT_TRUE(loadList(numberedList({"a", "b|"}))->canDeleteListItem(""));
+    EXPECT_TRUE(loadList(numberedList({"a|", "b"}))->canDeleteListItem(""));
+    EXPECT_FALSE(loadList("<fo:block>a|</fo:block>")->canDeleteListItem(""));
+    std::string const path = "/fo:root/fo:page-sequence/fo:flow/fo:block/fo:list-block/fo:list-item";
+    EXPECT_TRUE(loadList(numberedList({"a", "b|"}))->canDeleteListItem(path.c_str()));
+    EXPECT_FALSE(loadList(numberedList({"b|"}))->canDeleteListItem(path.c_str()));
+}
