@@ -50,6 +50,8 @@ PropertyCollection WhitespaceAlg::getWhitespaceProperties(int elementPosition)
                     gathered.addProperty(EditableProperty(name, value), false); // a nearer definition stays
             }
         }
+        if (d.isPageTextContainer(t))
+            break; // no editable element encloses a flow or a static content
         int parent = d.parentElementOf(t);
         t = parent < t ? parent : -1;
     }

@@ -220,6 +220,7 @@ protected:
     int rowGroupOfTable(Core::String const &name, int position, int table);
     int positionAfterElement(int element);
     int positionBeforeElementEnd(int element);
+    int firstStopInside(int element);
 
     // ---- Ancestry remembered for one caret operation (EditableDocumentBuffer_CaretMemo.cpp) ----
     // A caret operation asks the same questions about the elements around positions
@@ -242,15 +243,19 @@ protected:
     int currentElementOf(int position);
     // A walk that knows the current element of a position tells the memo.
     void noteCurrentElement(int position, int element);
+    void noteParent(int element, int parent);
     // The current element of the start tag at `element`: its parent.
     int parentElementOf(int element);
     // The nearest of `element` and its ancestors called `name`; with `belowRoot` the walk
-    // gives -1 at the root, otherwise the root itself is tested last.
+    // gives -1 at the root, otherwise the root itself is tested last. The walk ends at a
+    // flow or a static content, which encloses none of the names asked for.
+    bool isPageTextContainer(int element) const;
     int ancestorNamed(int element, Core::String const &name, bool belowRoot);
-    // The current element of `to`, one atom after (before) `from` whose current element
-    // is `fromElement`, worked out from the atom crossed.
+    // The current element of `to`, one atom after `from` whose current element is
+    // `fromElement`, worked out from the atom crossed; and of `to`, one atom before a
+    // position whose current element is `fromElement`.
     int currentElementAfterStep(int from, int fromElement, int to);
-    int currentElementBeforeStep(int from, int fromElement, int to);
+    int currentElementBeforeStep(int fromElement, int to);
     // isInFoFlow and searchParent("fo:table", ...), remembered.
     bool isInFlowAt(int position);
     int tableAround(int position);

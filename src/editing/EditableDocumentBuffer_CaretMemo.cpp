@@ -53,6 +53,12 @@ void EditableDocumentBuffer::noteCurrentElement(int position, int element)
         walkMemo->currentElements.emplace(position, element);
 }
 
+void EditableDocumentBuffer::noteParent(int element, int parent)
+{
+    if (walkMemo != nullptr && element >= 0)
+        walkMemo->parents.emplace(element, parent);
+}
+
 int EditableDocumentBuffer::parentElementOf(int element)
 {
     if (element < 0)
@@ -67,6 +73,15 @@ int EditableDocumentBuffer::parentElementOf(int element)
     return parent;
 }
 
+// Flows and static contents hold the text of the pages, and none of the elements the
+// caret asks about (a table, a row group, a list label, template logic, a block) ever
+// encloses one. So a walk up stops at a flow or a static content: above it lie only
+// the page sequences, whose walk back would cross all the sequences before.
+bool EditableDocumentBuffer::isPageTextContainer(int element) const
+{
+    return tagNameEquals(element, "fo:flow") || tagNameEquals(element, "fo:static-content");
+}
+
 int EditableDocumentBuffer::ancestorNamed(int element, Core::String const &name, bool belowRoot)
 {
     for (int t = element; t >= 0;) {
@@ -75,7 +90,7 @@ int EditableDocumentBuffer::ancestorNamed(int element, Core::String const &name,
             return -1;
         if (tagNameEquals(t, name))
             return t;
-        if (isRoot)
+        if (isRoot || isPageTextContainer(t))
             return -1;
         int parent = parentElementOf(t);
         t = parent < t ? parent : -1;
@@ -122,8 +137,7 @@ int EditableDocumentBuffer::currentElementAfterStep(int from, int fromElement, i
             element = parentElementOf(fromElement);
         else if (!selfClosingTagAtPosition(from)) {
             element = from;
-            if (walkMemo != nullptr)
-                walkMemo->parents.emplace(from, fromElement);
+            noteParent(from, fromElement);
         }
     }
     noteCurrentElement(to, element);
@@ -132,14 +146,13 @@ int EditableDocumentBuffer::currentElementAfterStep(int from, int fromElement, i
 
 // Stepping back onto a tag: onto a closing tag is entering its element, onto a start
 // tag is leaving the element to its parent.
-int EditableDocumentBuffer::currentElementBeforeStep(int from, int fromElement, int to)
+int EditableDocumentBuffer::currentElementBeforeStep(int fromElement, int to)
 {
     int element = fromElement;
     if (onTagStartPosition(to) && !ignoredElementAtPosition(to)) {
         if (content[to + 1] == u'/') {
             element = currentElementOf(to);
-            if (walkMemo != nullptr && element >= 0)
-                walkMemo->parents.emplace(element, fromElement);
+            noteParent(element, fromElement);
         } else if (!selfClosingTagAtPosition(to)) {
             element = parentElementOf(fromElement);
         }

@@ -87,7 +87,7 @@ int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap,
         if (tagNameIsOneOf(t, templateLogicStarts)) {
             int closing = getClosingTagForTagAtPosition(t);
             if (closing > t) {
-                currentElementAfterStep(t, tElement, t + 1); // tells the memo the template's parent
+                noteParent(t, tElement);
                 tElement = t;
                 t = closing;
                 noteCurrentElement(t, tElement);
@@ -166,7 +166,7 @@ int EditableDocumentBuffer::getPreviousEditablePositionInFo(int position, bool w
             return -1; // a full circle found nothing
         int previousElement = -1;
         if (previous != -1) {
-            previousElement = currentElementBeforeStep(t, tElement, previous);
+            previousElement = currentElementBeforeStep(tElement, previous);
         } else {
             if (inlineCandidate != -1 && canHoldCaret(inlineCandidate))
                 return inlineCandidate;

@@ -20,6 +20,7 @@ public:
     using EditableDocumentBuffer::canHoldCaret;
     using EditableDocumentBuffer::content;
     using EditableDocumentBuffer::getCurrentElementPosition;
+    using EditableDocumentBuffer::getFirstEditPosInStaticContent;
     using EditableDocumentBuffer::getNextEditablePositionInFo;
     using EditableDocumentBuffer::getNextValidCaretPos;
     using EditableDocumentBuffer::getPreviousEditablePositionInFo;

@@ -351,6 +351,20 @@ TEST(FlowsAndStaticContent, FromStaticContentTheCaretStaysInIt)
     EXPECT_EQ(pressOnDocument(twoSequencesAt("2"), 3, left), twoSequencesAt("2").replaced("h|", "|h"));
 }
 
+TEST(PageMoves, FirstFlowAndStaticContent)
+{
+    EXPECT_EQ(pressOnDocument(twoSequencesAt("3"), 1, [](CaretProbe &b) { b.resetCaretFromStaticContent(); }),
+              twoSequencesAt("1").replaced("on|e", "|one"));
+    EXPECT_EQ(pressOnDocument(twoSequencesAt("4"), 1, [](CaretProbe &b) { b.resetCaretFromStaticContent(); }),
+              twoSequencesAt("4"));
+    SmartPtr<CaretProbe> probe = loadProbeDocument(twoSequencesAt("1"));
+    int secondSequence = probe->content.rFind("<fo:page-sequence", probe->content.length() - 1);
+    EXPECT_EQ(probe->getFirstEditPosInStaticContent("head", secondSequence),
+              probe->content.find(">head<") + 1);
+    EXPECT_EQ(probe->getFirstEditPosInStaticContent("foot", secondSequence), -1);
+    EXPECT_EQ(probe->getFirstEditPosInStaticContent("head", probe->content.find("<fo:page-sequence")), -1);
+}
+
 TEST(MoveCaretToEnd, LastStopWithContent)
 {
     EXPECT_EQ(afterPresses("<fo:block>|ab</fo:block><fo:block>cd</fo:block><fo:block> </fo:block>", 1,
