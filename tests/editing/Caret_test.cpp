@@ -306,6 +306,17 @@ TEST(MoveCaretRight, FromTheEndOfAnInlineThatEndsABlockToTheNextBlocksFirstChara
               "<fo:inline>|cd</fo:inline></fo:block>");
 }
 
+TEST(MoveCaretRight, TemplateLogicIsJumpedWhole)
+{
+    const char *body = "<fo:block>ab<otd:inline-xslt><fo:inline>x</fo:inline></otd:inline-xslt>c</fo:block>";
+    std::vector<Core::String> trail = pressTrail(Core::String(body).replaced("ab", "a|b"), 2, right);
+    EXPECT_EQ(trail[0], Core::String(body).replaced("ab", "ab|"));
+    EXPECT_EQ(trail[1], Core::String(body).replaced(">c<", ">|c<"));
+    // Going left the walk jumps from the closing tag to the start tag and steps on from
+    // there, so the place in front of the template is no stop in that direction.
+    EXPECT_EQ(afterPresses(trail[1], 1, left), Core::String(body).replaced("ab", "a|b"));
+}
+
 TEST(MoveCaretRight, AtTheLastStopNothingMoves)
 {
     EXPECT_EQ(afterPresses("<fo:block>ab|</fo:block>", 3, right), "<fo:block>ab|</fo:block>");
