@@ -484,6 +484,8 @@ protected:
     bool isNonInlineProperty(EditableProperty property);
 
     // Phases of the writes.
+    // A tag that may carry attributes: not text, a comment or a CDATA section.
+    bool holdsAttributes(int position) const;
     // The index where the name of the tag at `elementPosition` ends, `tagEnd` at most.
     int getTagNameEndForAttributes(int elementPosition, int tagEnd) const;
     // The index behind the element at `elementPosition` (self-closing or not), or -1.
