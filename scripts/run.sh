@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds foedit and runs the demo: it opens examples/letter.fo, types into it,
-# undoes, and saves a copy under build/release/demo/.
+# undoes, redoes, and saves a copy under build/release/demo/.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/.." && pwd)

@@ -1,42 +1,70 @@
-// The main job until the command-line host exists: open a document, type into it,
-// save it, and show that the saved file reads back as it was written.
+// The main job until the command-line host exists: a host's first steps. Open a
+// document, type at the first caret position, undo, redo, and save it.
 //
 //   foedit_demo <input.fo> <output.fo>
-//
-// For now it goes through the file layer only (Core::IO) and types by a splice of
-// its own; the document buffer's setContentFromFile, insertText, undo and saveToFile
-// take over here once they are built.
 #include "foedit.h"
 
 #include <iostream>
 
 namespace {
 
-// Puts `text` at the start of the first block of the flow: what typing at the
-// document's first caret position does.
-Core::String typeIntoFirstBlock(Core::String content, const Core::String &text)
+// Tells what the host would redraw.
+class PrintingMonitor : public IEditableBufferMonitor {
+public:
+    void onBufferChanged() override { ++bufferChanges; }
+    void onCaretChanged() override {}
+    void onSelectionChanged() override {}
+    int bufferChanges = 0;
+};
+
+// The first block of the flow, with the caret marked "|".
+Core::String firstBlockWithCaret(const EditableDocumentBuffer &document)
 {
-    const int flow = content.find("<fo:flow");
-    const int block = content.find("<fo:block", flow < 0 ? 0 : flow);
-    const int blockEnd = content.find('>', block);
-    if (flow < 0 || block < 0 || blockEnd < 0)
-        return content;
-    content.insert(blockEnd + 1, text);
-    return content;
+    Core::String content = document.getContent();
+    const int caret = document.getCaretPos();
+    if (caret >= 0)
+        content.insert(caret, "|");
+    const int block = content.find("<fo:block", content.find("<fo:flow"));
+    const int end = content.find("</fo:block>", block);
+    return block < 0 || end < 0 ? Core::String() : content.subString(block, end + 10);
+}
+
+SmartPtr<EditableDocumentBuffer> openDocument(const Core::String &path, PrintingMonitor &monitor)
+{
+    SmartPtr<EditableDocumentBuffer> document(new EditableDocumentBuffer());
+    document->setRootElement("fo:root");
+    for (auto name : {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
+        document->addEditableElement(name);
+    for (auto name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
+        document->addInlineEditableElement(name);
+    document->setMonitor(&monitor);
+    document->setContentFromFile(path);
+    return document;
 }
 
 int run(const Core::String &input, const Core::String &output)
 {
-    const Core::String original = Core::IO::readDocumentFile(input);
-    std::cout << "read " << input << ": " << original.length() << " code units\n";
+    PrintingMonitor monitor;
+    SmartPtr<EditableDocumentBuffer> document = openDocument(input, monitor);
+    const Core::String original = document->getContent();
+    std::cout << "opened " << input << ": " << original.length() << " code units\n"
+              << "  " << firstBlockWithCaret(*document) << "\n";
 
-    const Core::String typed = typeIntoFirstBlock(original, "Dear reader, ");
-    std::cout << "typed: " << typed.length() - original.length() << " code units more\n";
+    for (const char *text : {"Dear ", "reader, "})
+        document->insertText(text, false, false);
+    std::cout << "typed:\n  " << firstBlockWithCaret(*document) << "\n";
 
-    Core::IO::writeDocumentFile(output, typed, DocumentEncodingUTF8);
-    const bool same = Core::IO::readDocumentFile(output) == typed;
-    std::cout << "saved " << output << ": " << (same ? "reads back the same" : "DIFFERS") << "\n";
-    return same ? 0 : 1;
+    document->undo();
+    const bool undone = document->getContent() == original;
+    std::cout << "undone: " << (undone ? "the text is as opened" : "THE TEXT DIFFERS") << "\n";
+    document->redo();
+    std::cout << "redone:\n  " << firstBlockWithCaret(*document) << "\n";
+
+    document->saveToFile(output, static_cast<DocumentEncoding>(1));
+    const bool saved = Core::IO::readDocumentFile(output) == document->getContent();
+    std::cout << "saved " << output << ": " << (saved ? "reads back the same" : "DIFFERS") << "\n"
+              << "the monitor heard " << monitor.bufferChanges << " buffer changes\n";
+    return undone && saved ? 0 : 1;
 }
 
 } // namespace
