@@ -58,6 +58,7 @@ public:
     // The index behind the start tag (the closing tag) of the element at `element`.
     int positionAfterStartTag(int element) const;
     int positionAfterElement(int element) const;
+    int nextChildNamed(Core::String const &name, int from) const;
 
     // ---- Labels and numbering (ListEditing_Labels.cpp) ----
     static Core::String getFirstListLabel(ListType type);

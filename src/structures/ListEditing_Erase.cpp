@@ -50,8 +50,8 @@ void ListEditing::eraseTextFromListBuffer(bool forward, bool wholeWord)
 // The list's only item holds nothing but a placeholder, in one block or none.
 bool ListEditing::onlyItemIsEmpty(ErasePlace const &place) const
 {
-    return getCurrentListSize() == 1 && doc.elementContainsJustNonBreakingSpace(place.at.element) &&
-           place.firstBlock == place.lastBlock;
+    return doc.elementContainsJustNonBreakingSpace(place.at.element) && place.firstBlock == place.lastBlock &&
+           getCurrentListSize() == 1;
 }
 
 void ListEditing::backspaceInItem(ErasePlace const &place, bool wholeWord)

@@ -45,22 +45,28 @@ int ListEditing::positionAfterElement(int element) const
     return doc.getNextEditablePositionInXml(closing);
 }
 
-// The next sibling element of the item, past white space, text, comments and any
-// element that is no item; -1 at the closing tag of the list.
+// The first element called `name` among the children from the tag at or after `from`
+// on; -1 at the closing tag of the parent. Children of another name are stepped over
+// whole, so the walk costs what lies in front of the child found.
+int ListEditing::nextChildNamed(Core::String const &name, int from) const
+{
+    for (int t = from; t != -1;) {
+        t = doc.getNextTagPosition(t);
+        if (t == -1 || doc.content[t + 1] == u'/')
+            return -1; // the end of the parent
+        if (doc.tagNameEquals(t, name))
+            return t;
+        t = positionAfterElement(t);
+    }
+    return -1;
+}
+
+// The next sibling element of the item that is an item.
 int ListEditing::getNextItemPos(int itemPosition) const
 {
     if (!doc.tagNameEquals(itemPosition, kListItem))
         return -1;
-    int t = positionAfterElement(itemPosition);
-    while (t != -1) {
-        t = doc.getNextTagPosition(t);
-        if (t == -1 || doc.content[t + 1] == u'/')
-            return -1; // the end of the list
-        if (doc.tagNameEquals(t, kListItem))
-            return t;
-        t = positionAfterElement(t); // something else between the items: step over it
-    }
-    return -1;
+    return nextChildNamed(kListItem, positionAfterElement(itemPosition));
 }
 
 // The previous sibling element of the item that is an item; -1 at the start of the list.
@@ -84,7 +90,7 @@ int ListEditing::getFirstItemPos(int listPosition) const
 {
     if (listPosition < 0)
         return -1;
-    return doc.getNextChildByName(kListItem, listPosition);
+    return nextChildNamed(kListItem, positionAfterStartTag(listPosition));
 }
 
 int ListEditing::getNthItemPos(int listPosition, int count) const
@@ -99,14 +105,14 @@ int ListEditing::getItemLabelPos(int itemPosition) const
 {
     if (itemPosition < 0)
         return -1;
-    return doc.getNextChildByName(kLabel, itemPosition);
+    return nextChildNamed(kLabel, positionAfterStartTag(itemPosition));
 }
 
 int ListEditing::getItemBodyPos(int itemPosition) const
 {
     if (itemPosition < 0)
         return -1;
-    return doc.getNextChildByName(kBody, itemPosition);
+    return nextChildNamed(kBody, positionAfterStartTag(itemPosition));
 }
 
 int ListEditing::getFirstBlockInElement(int elementPosition) const
