@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace foedit::test {
 namespace {
 
@@ -101,10 +103,12 @@ TEST(GetPreviousWordPos, TheJumpWithoutMovingTheCaret)
 TEST(IsWordSeparator, PunctuationBlanksAndThePlaceholder)
 {
     SmartPtr<CaretProbe> probe = loadProbe("<fo:block>a</fo:block>");
-    for (wchar_t c : std::wstring(L" \n\t,;)(-=?!#@'\"&%$^*><.|][}{/~:\\\u00A0"))
-        EXPECT_TRUE(probe->isWordSeparator(c)) << static_cast<int>(c);
-    for (wchar_t c : std::wstring(L"aZ9_\u00E9\r"))
-        EXPECT_FALSE(probe->isWordSeparator(c)) << static_cast<int>(c);
+    std::wstring const separators = L" \n\t,;)(-=?!#@'\"&%$^*><.|][}{/~:\\\u00A0";
+    EXPECT_TRUE(std::all_of(separators.begin(), separators.end(),
+                            [&](wchar_t c) { return probe->isWordSeparator(c); }));
+    std::wstring const wordCharacters = L"aZ9_\u00E9\r";
+    EXPECT_TRUE(std::none_of(wordCharacters.begin(), wordCharacters.end(),
+                             [&](wchar_t c) { return probe->isWordSeparator(c); }));
 }
 
 const char *const cellTable =
