@@ -62,6 +62,9 @@ TEST(JumpToNextWord, FromTheEndOfABlockToTheNextBlocksFirstCharacter)
 {
     EXPECT_EQ(afterPresses("<fo:block>one|</fo:block>\n  <fo:block>two</fo:block>", 1, nextWord),
               "<fo:block>one</fo:block>\n  <fo:block>|two</fo:block>");
+    // A placeholder is the end of its element: the jump goes on behind it.
+    EXPECT_EQ(afterPresses("<fo:block>|&#x00A0;</fo:block><fo:block>two</fo:block>", 1, nextWord),
+              "<fo:block>&#x00A0;</fo:block><fo:block>|two</fo:block>");
 }
 
 TEST(JumpToNextWord, WithShiftTheSelectionGrows)
