@@ -1,5 +1,6 @@
 // A real document with bulleted, numbered and nested lists (basic__list.fo), edited in
-// every item: Enter in the item's text, then Backspace at the start of the new item.
+// every item: Enter at the start of the item's text (every other item) or a few
+// characters into it, then Backspace at the start of the new item.
 // The markup stays well formed at each step, and undo gives back the document as it
 // was loaded, string and caret.
 #include "common/MarkedDocument.h"
@@ -48,11 +49,11 @@ TEST(CorpusListTest, EnterAndBackspaceInEveryItemUndoToTheLoadedDocument)
     std::vector<int> const bodies = itemBodies(original);
     ASSERT_GE(bodies.size(), 100u);
 
-    for (int body : bodies) {
+    for (std::size_t i = 0; i < bodies.size(); ++i) {
+        int const body = bodies[i];
         SCOPED_TRACE("item body at " + std::to_string(body));
-        // A few characters into the item's text.
         buffer->setCaretPos(false, body);
-        for (int step = 0; step < 4; ++step)
+        for (std::size_t step = 0; step < (i % 2 == 0 ? 1u : 4u); ++step)
             buffer->moveCaretRight(false, false, false);
         int const caret = buffer->getCaretPos();
         ASSERT_GT(caret, body);

@@ -15,7 +15,6 @@
 using foedit::test::EditCheck;
 using foedit::test::listItem;
 using foedit::test::listOf;
-using foedit::test::numberedItems;
 using foedit::test::numberedList;
 
 namespace {
@@ -60,21 +59,6 @@ TEST(ListEnterTest, InAnEmptyItemLeavesTheList)
                 numberedList({"a", "c", "d"}, "<fo:block>|&#x00A0;</fo:block>"));
     // The empty only item takes the list with it.
     expectEnter(numberedList({"|&#x00A0;"}), "<fo:block><fo:block>|&#x00A0;</fo:block></fo:block>");
-}
-
-TEST(ListEnterTest, TwoEntersAtTheEndUndoOneByOne)
-{
-    SmartPtr<EditableDocumentBuffer> buffer = foedit::test::makeStandardBuffer();
-    foedit::test::loadMarked(*buffer, numberedList({"list1", "list2|"}).c_str());
-    pressEnter(*buffer);
-    Core::String const afterFirst = foedit::test::markedFlow(*buffer);
-    pressEnter(*buffer);
-    EXPECT_EQ(foedit::test::markedFlow(*buffer),
-              Core::String(numberedList({"list1", "list2"}, "<fo:block>|&#x00A0;</fo:block>").c_str()));
-    buffer->undo();
-    EXPECT_EQ(foedit::test::markedFlow(*buffer), afterFirst);
-    buffer->undo();
-    EXPECT_EQ(foedit::test::markedFlow(*buffer), Core::String(numberedList({"list1", "list2|"}).c_str()));
 }
 
 TEST(ListEnterTest, SplitsTheItemClosingAndReopeningItsInlines)

@@ -78,19 +78,6 @@ TEST(MakeListTest, WithTheListsOwnTypeRemovesTheList)
         "<fo:block><fo:block>|one</fo:block></fo:block>");
 }
 
-TEST(MakeListTest, MakeThenUndoGivesThePlainBlockBack)
-{
-    SmartPtr<ListBuffer> buffer = loadList("<fo:block>test|</fo:block>");
-    Core::String const original = buffer->getContent();
-    buffer->makeList(NumberedList);
-    buffer->makeList(BulletedList);
-    buffer->undo();
-    EXPECT_EQ(buffer->getListType(), NumberedList);
-    buffer->undo();
-    EXPECT_EQ(buffer->getContent(), original);
-    EXPECT_FALSE(buffer->canUndo()) << "createList is one undo step";
-}
-
 TEST(ListQueriesTest, TypeSizeAndNumberComeFromTheLabels)
 {
     SmartPtr<ListBuffer> numbered = loadList(numberedList({"a", "b", "c|"}));
