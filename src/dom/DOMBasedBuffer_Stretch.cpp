@@ -81,7 +81,7 @@ std::set<Core::String> DOMBasedBuffer::getNamespacesMissingFromStretch() const
     // The current element of the opening tag's "<" is the stretch's parent, so this is
     // what the ancestors declare, the nearest declaration of a prefix winning.
     for (Core::String const &declaration : documentBuffer->getNamespacesFromAllContainers(startPosition)) {
-        if (!EditableXmlBuffer::namespaceIsDefined(declaration, own))
+        if (!EditableDocumentBuffer::namespaceIsDefined(declaration, own))
             missing.insert(declaration);
     }
     return missing;
@@ -113,7 +113,7 @@ Core::String DOMBasedBuffer::addNamespacesToOpeningTag(Core::String const &marku
     if (insertAt < 0 || declarations.empty())
         return markup;
     Core::String wrapped = markup;
-    wrapped.insert(insertAt, EditableXmlBuffer::namespaceSetToString(declarations));
+    wrapped.insert(insertAt, EditableDocumentBuffer::namespaceSetToString(declarations));
     return wrapped;
 }
 
