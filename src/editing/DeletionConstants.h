@@ -21,7 +21,9 @@ inline constexpr char const *kEmptyInline = "<fo:inline>&#x00A0;</fo:inline>";
 
 inline constexpr char const *kFlow = "fo:flow";
 inline constexpr char const *kFlowClosingPrefix = "</fo:flow";
+inline constexpr char const *kStaticContent = "fo:static-content";
 inline constexpr char const *kListBlock = "fo:list-block";
+inline constexpr char const *kListItemLabel = "fo:list-item-label";
 inline constexpr char const *kTable = "fo:table";
 inline constexpr char const *kTableClosing = "/fo:table";
 inline constexpr char const *kTableCell = "fo:table-cell";

@@ -6,6 +6,16 @@
 
 #include <string>
 
+BufferAlgorithms::WhitespaceAlg &PhaseRules::of(int element)
+{
+    auto found = loaded.find(element);
+    if (found == loaded.end()) {
+        found = loaded.try_emplace(element, doc).first;
+        found->second.loadFromElement(element);
+    }
+    return found->second;
+}
+
 void DeletionSteps::recordDeletion(int position, Core::String const &removed)
 {
     doc.addAction(EditAction(EditAction::DeleteText, position, -1, -1, removed));

@@ -1,11 +1,24 @@
 #pragma once
 
+#include "algorithms/WhitespaceAlg.h"
 #include "support/String.h"
 
+#include <map>
+
 class EditableDocumentBuffer;
-namespace BufferAlgorithms {
-class WhitespaceAlg;
-}
+
+// The white-space rules of the elements one phase asks about. Loading rules walks every
+// ancestor of the element, so each is loaded once. Positions change with every splice:
+// an object serves the questions asked before the phase's first splice.
+class PhaseRules {
+public:
+    explicit PhaseRules(EditableDocumentBuffer &document) : doc(document) {}
+    BufferAlgorithms::WhitespaceAlg &of(int element);
+
+private:
+    EditableDocumentBuffer &doc;
+    std::map<int, BufferAlgorithms::WhitespaceAlg> loaded; // element -> its rules
+};
 
 // Base of the step objects behind Delete, Backspace and Enter. Each key press builds
 // one on the stack around the document; its methods are the named phases of one

@@ -32,14 +32,15 @@ private:
     bool breakBehind(int last);
 
     int element = -1;   // the current element at the caret
-    int form = -1;      // the nearest "ot:form" around the caret
+    int form = -1;      // the nearest "ot:form" when it is the container, else -1
     int container = -1; // the inner of the nearest table and form
     bool formInTable = false;
 };
 
 void EditableDocumentBuffer::insertBreak(BreakType type, bool after)
 {
-    if (caretIsInsideListItemLabel())
+    // A list label never encloses a flow: the walk up stops there.
+    if (searchParent(kListItemLabel, caret, false, true, kFlow) >= 0)
         return;
     endKeyTypingSequence();
     FreezeNotifications freeze(this);
@@ -123,10 +124,17 @@ void EditableDocumentBuffer::insertParagraphBreak()
 bool EnterAtContainerEdge::run(int currentElement)
 {
     element = currentElement;
-    int const table = doc.searchParent(kTable, doc.caret, false, true, Core::String());
-    form = doc.searchParent(kForm, doc.caret, false, true, Core::String());
-    if (table < 0 && form < 0)
+    // One walk up, which stops at the flow: tables and forms never enclose one. A form
+    // outside the nearest table is never the container, so only a table outside the
+    // nearest form is looked for.
+    int const nearest = doc.searchFirstParent({kTable, kForm}, doc.caret, false, true, kFlow);
+    if (nearest < 0)
         return false;
+    int table = nearest;
+    if (tagNameIs(nearest, kForm)) {
+        form = nearest;
+        table = doc.searchParent(kTable, nearest, false, true, kFlow);
+    }
     container = std::max(table, form);
     formInTable = table >= 0 && form > table;
     int footer = -1;

@@ -31,7 +31,7 @@ public:
 private:
     void recurse(int &position) { DeleteBackwardsSteps(doc, depth + 1).run(position); }
     void emptyPlaceholderBlock(int &position, int element);
-    int skipBackOverSkipped(int position, int element);
+    int skipBackOverSkipped(int position, int element, BufferAlgorithms::WhitespaceAlg &rules);
 
     // a tag ends right before s
     void atTag(int &position, int s);
@@ -47,9 +47,9 @@ private:
     void mergeWithPreviousBlock(int &position);
     void deleteObject(int &position);
     // a plain atom stands before the position
-    void atAtom(int &position, int element);
-    void cutAtomKeepingSpaces(int &position, int previous);
-    void cutSkippedRun(int &position, int element);
+    void atAtom(int &position, int element, PhaseRules &rules);
+    void cutAtomKeepingSpaces(int &position, int previous, PhaseRules &rules);
+    void cutSkippedRun(int &position, int element, BufferAlgorithms::WhitespaceAlg &rules);
 
     int depth;
 };
@@ -71,13 +71,14 @@ void DeleteBackwardsSteps::run(int &position)
         emptyPlaceholderBlock(position, element);
         return;
     }
-    int const s = skipBackOverSkipped(position, element);
+    PhaseRules rules(doc);
+    int const s = skipBackOverSkipped(position, element, rules.of(element));
     if (doc.isOnInvalidPosition(s - 1))
         return;
     if (doc.content[s - 1] == u'>')
         atTag(position, s);
     else
-        atAtom(position, element);
+        atAtom(position, element, rules);
 }
 
 // A block that holds only a placeholder empties, and the merge with what precedes it
@@ -97,10 +98,9 @@ void DeleteBackwardsSteps::emptyPlaceholderBlock(int &position, int element)
 }
 
 // Positions the rendering swallows are passed over backwards, within `element`.
-int DeleteBackwardsSteps::skipBackOverSkipped(int position, int element)
+int DeleteBackwardsSteps::skipBackOverSkipped(int position, int element,
+                                              BufferAlgorithms::WhitespaceAlg &rules)
 {
-    BufferAlgorithms::WhitespaceAlg rules(doc);
-    rules.loadFromElement(element);
     int s = position;
     while (rules.isPositionSkipped(s)) {
         int const previous = doc.getPreviousEditablePositionInXml(s);
@@ -375,7 +375,7 @@ void DeleteBackwardsSteps::deleteObject(int &position)
 
 // ---- a plain atom stands before the position ----
 
-void DeleteBackwardsSteps::atAtom(int &position, int element)
+void DeleteBackwardsSteps::atAtom(int &position, int element, PhaseRules &rules)
 {
     int const p0 = position;
     if (doc.isInlineEditableElementName(tagNameAt(element)) &&
@@ -393,26 +393,24 @@ void DeleteBackwardsSteps::atAtom(int &position, int element)
     }
     int const previous = doc.getPreviousEditablePositionInFo(p0, false, false);
     if (previous >= 0 && doc.getCurrentElementPosition(previous) == element)
-        cutAtomKeepingSpaces(position, previous);
+        cutAtomKeepingSpaces(position, previous, rules);
     else
-        cutSkippedRun(position, element);
+        cutSkippedRun(position, element, rules.of(element));
 }
 
 // The atom before the caret goes. A rendered space on either side that would now
 // collapse with the other is kept as a non-breaking space.
-void DeleteBackwardsSteps::cutAtomKeepingSpaces(int &position, int previous)
+void DeleteBackwardsSteps::cutAtomKeepingSpaces(int &position, int previous, PhaseRules &rules)
 {
     int const p0 = position;
     doc.setCaret(false, p0);
     int start = previous;
     int end = p0;
-    BufferAlgorithms::WhitespaceAlg rules(doc);
 
     int const atomBeforeStart = doc.getPreviousEditablePositionInXml(start);
     int const beforeElement = doc.getCurrentElementPosition(atomBeforeStart);
-    rules.loadFromElement(beforeElement);
-    int const v = stepBackOverSkippedIn(atomBeforeStart, beforeElement, rules);
-    bool const before = isRenderedPlainSpace(v, rules);
+    int const v = stepBackOverSkippedIn(atomBeforeStart, beforeElement, rules.of(beforeElement));
+    bool const before = isRenderedPlainSpace(v, rules.of(beforeElement));
     if (before) {
         start = v;
         int const atomBeforeV = doc.getPreviousEditablePositionInXml(v);
@@ -423,9 +421,8 @@ void DeleteBackwardsSteps::cutAtomKeepingSpaces(int &position, int previous)
     }
 
     int const endElement = doc.getCurrentElementPosition(p0);
-    rules.loadFromElement(endElement);
-    int const forward = stepForwardOverSkippedIn(p0, endElement, rules);
-    bool const after = isRenderedPlainSpace(forward, rules);
+    int const forward = stepForwardOverSkippedIn(p0, endElement, rules.of(endElement));
+    bool const after = isRenderedPlainSpace(forward, rules.of(endElement));
     if (after) {
         end = doc.getNextEditablePositionInXml(forward);
         doc.skipSpacesFromPos(end, false);
@@ -452,11 +449,9 @@ void DeleteBackwardsSteps::cutAtomKeepingSpaces(int &position, int previous)
 // The previous caret stop lies in another element: the skipped atoms between the
 // edge of the element and the caret go; when they reach the edge the deletion goes
 // on from there.
-void DeleteBackwardsSteps::cutSkippedRun(int &position, int element)
+void DeleteBackwardsSteps::cutSkippedRun(int &position, int element, BufferAlgorithms::WhitespaceAlg &rules)
 {
     int const p0 = position;
-    BufferAlgorithms::WhitespaceAlg rules(doc);
-    rules.loadFromElement(element);
     int q = p0;
     bool left = false;
     for (;;) {

@@ -26,7 +26,7 @@ public:
     void run(int &position);
 
 private:
-    int skipOverSkipped(int position);
+    int skipOverSkipped(int position, PhaseRules &rules);
     void recurse(int &position) { DeleteForwardSteps(doc, depth + 1).run(position); }
 
     // a tag at p
@@ -41,7 +41,7 @@ private:
     // a placeholder at p
     bool atPlaceholder(int &position, int p);
     // any other atom at p
-    void atAtom(int &position, int p);
+    void atAtom(int &position, int p, PhaseRules &rules);
     void cutSkippedRun(int &position, int p, int element, BufferAlgorithms::WhitespaceAlg &rules);
     void cutAtomKeepingSpaces(int &position, int p, int next, int element,
                               BufferAlgorithms::WhitespaceAlg &rules);
@@ -59,7 +59,8 @@ void DeleteForwardSteps::run(int &position)
     if (depth > kMaxDeletionDepth || doc.isOnInvalidPosition(doc.caret) ||
         doc.isOnInvalidPosition(doc.caret + 1) || doc.isOnInvalidPosition(position))
         return;
-    int const p = skipOverSkipped(position);
+    PhaseRules rules(doc);
+    int const p = skipOverSkipped(position, rules);
     char16_t const c = doc.content[p];
     if (c == u'<') {
         atTag(position, p);
@@ -67,15 +68,14 @@ void DeleteForwardSteps::run(int &position)
     }
     if ((c == u'&' || c == Core::kNoBreakSpace) && atPlaceholder(position, p))
         return;
-    atAtom(position, p);
+    atAtom(position, p, rules);
 }
 
 // Positions the rendering swallows are passed over, within the element of `position`.
-int DeleteForwardSteps::skipOverSkipped(int position)
+int DeleteForwardSteps::skipOverSkipped(int position, PhaseRules &phaseRules)
 {
     int const element = doc.getCurrentElementPosition(position);
-    BufferAlgorithms::WhitespaceAlg rules(doc);
-    rules.loadFromElement(element);
+    BufferAlgorithms::WhitespaceAlg &rules = phaseRules.of(element);
     int p = position;
     while (rules.isPositionSkipped(p)) {
         int const next = doc.getNextEditablePositionInXml(p);
@@ -315,7 +315,7 @@ bool DeleteForwardSteps::atPlaceholder(int &position, int p)
 
 // ---- any other atom stands at p ----
 
-void DeleteForwardSteps::atAtom(int &position, int p)
+void DeleteForwardSteps::atAtom(int &position, int p, PhaseRules &rules)
 {
     Core::String name;
     int const element = doc.getCurrentElementNameAndPos(p, name);
@@ -335,12 +335,10 @@ void DeleteForwardSteps::atAtom(int &position, int p)
     int const next = doc.getNextEditablePositionInFo(p, false, false);
     if (doc.isOnInvalidPosition(next))
         return;
-    BufferAlgorithms::WhitespaceAlg rules(doc);
-    rules.loadFromElement(element);
     if (doc.getCurrentElementPosition(next) != element)
-        cutSkippedRun(position, p, element, rules);
+        cutSkippedRun(position, p, element, rules.of(element));
     else
-        cutAtomKeepingSpaces(position, p, next, element, rules);
+        cutAtomKeepingSpaces(position, p, next, element, rules.of(element));
 }
 
 // The next caret stop lies in another element: the skipped atoms up to the edge of

@@ -19,6 +19,13 @@ class EraseSteps : public DeletionSteps {
 public:
     using DeletionSteps::DeletionSteps;
 
+    // What the caret stands in, found in one walk up its ancestors.
+    struct CaretContext {
+        bool inListItemLabel = false;
+        bool inList = false;
+        bool inTable = false;
+    };
+    CaretContext caretContext();
     bool wordEraseStaysInCell(bool forward);
     void eraseForward(bool wholeWord);
     void eraseBackward(bool wholeWord);
@@ -31,7 +38,10 @@ private:
 
 void EditableDocumentBuffer::erase(bool forward, bool wholeWord)
 {
-    if (isOnInvalidPosition(caret) || caretIsInsideListItemLabel())
+    if (isOnInvalidPosition(caret))
+        return;
+    EraseSteps::CaretContext const context = EraseSteps(*this).caretContext();
+    if (context.inListItemLabel)
         return;
     endKeyTypingSequence();
     EditableDocumentBufferState snapshot(this);
@@ -40,9 +50,9 @@ void EditableDocumentBuffer::erase(bool forward, bool wholeWord)
         // The group closes before a roll-back, so that the restored history does
         // not receive the end marker of a group it never saw start.
         EditActionGroup group(this);
-        if (caretIsInsideList() && !hasSelectedText()) {
+        if (context.inList && !hasSelectedText()) {
             eraseInList(forward, wholeWord); // list items have their own Delete and Backspace
-        } else if (wholeWord && caretIsInsideTable() && !hasSelectedText()) {
+        } else if (wholeWord && context.inTable && !hasSelectedText()) {
             if (EraseSteps(*this).wordEraseStaysInCell(forward))
                 eraseTextFromBuffer(forward, wholeWord, true);
         } else {
@@ -70,6 +80,25 @@ void EditableDocumentBuffer::eraseTextFromBuffer(bool forward, bool wholeWord, b
     }
     steps.keepInlineInTemplateInline();
     steps.repairCollapsedSpaces();
+}
+
+// The three questions erase asks of the caret's ancestors, in one walk. A list, a list
+// label or a table never encloses a flow or a static content, so the walk stops there
+// instead of walking back over everything before it.
+EraseSteps::CaretContext EraseSteps::caretContext()
+{
+    CaretContext context;
+    int element = doc.getCurrentElementPosition(doc.caret);
+    while (element >= 0 && !tagNameIs(element, kFlow) && !tagNameIs(element, kStaticContent)) {
+        context.inListItemLabel = context.inListItemLabel || tagNameIs(element, kListItemLabel);
+        context.inList = context.inList || tagNameIs(element, kListBlock);
+        context.inTable = context.inTable || tagNameIs(element, kTable);
+        int const parent = doc.getCurrentElementPosition(element);
+        if (parent >= element)
+            break;
+        element = parent;
+    }
+    return context;
 }
 
 // A word deletion never leaves its table cell.
