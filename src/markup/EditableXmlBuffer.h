@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+class DOMBasedBuffer;
 namespace BufferAlgorithms {
 class BufferAlg;
 }
@@ -33,7 +34,9 @@ class BufferAlg;
 //   EditableXmlBuffer_Placeholders.cpp the non-breaking-space placeholder
 //   EditableXmlBuffer_Namespaces.cpp  namespace declarations
 class EditableXmlBuffer : public Core::Object {
+    // Classes that work on a document from outside, through its protected scanners.
     friend class BufferAlgorithms::BufferAlg;
+    friend class DOMBasedBuffer;
 
 public:
     using NamespaceSet = std::set<Core::String>; // declarations `xmlns:p="uri"`, in string order

@@ -131,6 +131,7 @@ public:
     using EditableXmlBuffer::searchFirstParent;
     using EditableXmlBuffer::searchParent;
     using EditableXmlBuffer::selfClosingTagAtPosition;
+    using EditableXmlBuffer::stepForward;
     using EditableXmlBuffer::stringArrayToReverseTagString;
     using EditableXmlBuffer::stringArrayToTagString;
     using EditableXmlBuffer::tagNameEquals;
