@@ -96,7 +96,10 @@ void EditableDocumentBuffer::formatInline(int start, int end, PropertyCollection
     int p = start;
     while (!isOnInvalidPosition(p) && p < end) {
         if (onTagStartPosition(p)) {
-            p = getNextEditablePositionInFo(p, false, false);
+            int next = getNextEditablePositionInFo(p, false, false);
+            if (next <= p)
+                break; // no stop ahead: the walk must advance or end
+            p = next;
             continue;
         }
         int element = getCurrentElementPosition(p);

@@ -1,6 +1,7 @@
 #include "common/MarkedDocument.h"
 
 #include "support/DocumentFile.h"
+#include "support/Exception.h"
 
 #include <gtest/gtest.h>
 
@@ -143,7 +144,7 @@ TEST(ExportSave, EachEncodingLoadsBackAsTheSameString)
     }
 }
 
-TEST(ExportSave, AnUnknownEncodingWritesNothing)
+TEST(ExportSave, AnUnknownEncodingWritesNothingAndAFailureIsThrown)
 {
     TemporaryFolder folder;
     auto buffer = makeProbe();
@@ -157,4 +158,7 @@ TEST(ExportSave, AnUnknownEncodingWritesNothing)
     }
     buffer->saveToFile(folder.file("old.fo"), static_cast<DocumentEncoding>(4));
     EXPECT_EQ(std::filesystem::file_size(folder.path / "old.fo"), 3u);
+
+    // A file that cannot be written is the host's to hear of.
+    EXPECT_THROW(buffer->saveToFile(folder.file("nowhere/new.fo"), DocumentEncodingUTF8), Core::IOException);
 }
