@@ -370,16 +370,3 @@ Core::String EditableDocumentBuffer::getCrtObjectContent(Core::String name, bool
         return Core::String();
     return content.subString(element, behind - 1);
 }
-
-// Declared with the navigation members; its code is the property write on the root.
-// The recursion ends there, since a declaration ("xmlns:...") is never declared itself.
-int EditableDocumentBuffer::updateRootNamespaces(Core::String const &declaration)
-{
-    int equals = declaration.find(u'=');
-    if (equals < 1)
-        return 0;
-    Core::String value = declaration.substr(equals + 1, declaration.length() - equals - 1).replaced("\"", "");
-    PropertyCollection properties;
-    properties.addProperty(EditableProperty(declaration.left(equals), value), true);
-    return setPropertiesForElementAt(getRootElementPos(), properties);
-}
