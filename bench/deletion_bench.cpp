@@ -1,0 +1,112 @@
+// Delete, Backspace and Enter in the middle of documents of 64 KB, 1 MB and 8 MB.
+// Each iteration presses the key once and undoes it untimed, so the document keeps
+// its size. The press includes the whole transaction: the snapshot of document and
+// history, the walks, and the validation of the whole string that erase runs.
+#include "editing/BreakType.h"
+#include "editing/EditableDocumentBuffer.h"
+#include "support/SmartPtr.h"
+#include "support/String.h"
+
+#include <benchmark/benchmark.h>
+
+#include <functional>
+#include <map>
+
+namespace {
+
+// One flow of paragraphs, some with inlines and line breaks, about `bytes` long.
+Core::String const &documentOfSize(int bytes)
+{
+    static std::map<int, Core::String> cache;
+    auto found = cache.find(bytes);
+    if (found != cache.end())
+        return found->second;
+    Core::String text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+                        "<fo:root xmlns:fo=\"http://www.w3.org/1999/XSL/Format\"><fo:layout-master-set>"
+                        "<fo:simple-page-master master-name=\"A4\"><fo:region-body/></fo:simple-page-master>"
+                        "</fo:layout-master-set><fo:page-sequence master-reference=\"A4\">"
+                        "<fo:flow flow-name=\"xsl-region-body\">\n";
+    Core::String const paragraph = "\t<fo:block color=\"black\">Lorem ipsum dolor sit amet, <fo:inline "
+                                   "font-weight=\"bold\">consectetur</fo:inline> adipiscing elit.<fo:block/>"
+                                   "Sed do eiusmod tempor incididunt ut labore.</fo:block>\n";
+    text.reserve(bytes + 256);
+    while (text.length() < bytes)
+        text += paragraph;
+    text += "</fo:flow></fo:page-sequence></fo:root>";
+    return cache.emplace(bytes, text).first->second;
+}
+
+SmartPtr<EditableDocumentBuffer> loadDocument(int bytes)
+{
+    SmartPtr<EditableDocumentBuffer> buffer(new EditableDocumentBuffer());
+    buffer->setRootElement("fo:root");
+    for (char const *name :
+         {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
+        buffer->addEditableElement(name);
+    for (char const *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
+        buffer->addInlineEditableElement(name);
+    buffer->setContent(documentOfSize(bytes), true);
+    return buffer;
+}
+
+// The start of the text of the first paragraph behind the middle of the document,
+// plus `offset`.
+int middleOfText(EditableDocumentBuffer const &buffer, int offset)
+{
+    Core::String const content = buffer.getContent();
+    int const block = content.find("<fo:block color", content.length() / 2);
+    return content.find('>', block) + 1 + offset;
+}
+
+void pressAndUndo(benchmark::State &state, int offset,
+                  std::function<void(EditableDocumentBuffer &)> const &key)
+{
+    SmartPtr<EditableDocumentBuffer> buffer = loadDocument(static_cast<int>(state.range(0)));
+    int const caret = middleOfText(*buffer, offset);
+    for (auto _ : state) {
+        buffer->setCaretPos(false, caret);
+        key(*buffer);
+        state.PauseTiming();
+        buffer->undo();
+        state.ResumeTiming();
+    }
+    state.counters["document_kb"] = static_cast<double>(buffer->getContent().length()) / 1024.0;
+}
+
+void BM_BackspaceInText(benchmark::State &state)
+{
+    pressAndUndo(state, 5, [](EditableDocumentBuffer &buffer) { buffer.erase(false, false); });
+}
+
+void BM_DeleteInText(benchmark::State &state)
+{
+    pressAndUndo(state, 5, [](EditableDocumentBuffer &buffer) { buffer.erase(true, false); });
+}
+
+// At the start of a paragraph: the block joins the one before it.
+void BM_BackspaceJoiningBlocks(benchmark::State &state)
+{
+    pressAndUndo(state, 0, [](EditableDocumentBuffer &buffer) { buffer.erase(false, false); });
+}
+
+void BM_EnterInText(benchmark::State &state)
+{
+    pressAndUndo(state, 5, [](EditableDocumentBuffer &buffer) { buffer.insertBreak(ParagraphBreak, false); });
+}
+
+void BM_LineBreakInText(benchmark::State &state)
+{
+    pressAndUndo(state, 5, [](EditableDocumentBuffer &buffer) { buffer.insertBreak(LineBreak, false); });
+}
+
+} // namespace
+
+BENCHMARK(BM_BackspaceInText)->Arg(64 << 10)->Arg(1 << 20)->Arg(8 << 20)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_DeleteInText)->Arg(64 << 10)->Arg(1 << 20)->Arg(8 << 20)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_BackspaceJoiningBlocks)
+    ->Arg(64 << 10)
+    ->Arg(1 << 20)
+    ->Arg(8 << 20)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_EnterInText)->Arg(64 << 10)->Arg(1 << 20)->Arg(8 << 20)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_LineBreakInText)->Arg(64 << 10)->Arg(1 << 20)->Arg(8 << 20)->Unit(benchmark::kMicrosecond);
