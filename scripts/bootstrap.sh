@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs, from Debian's packages, whatever foedit needs to build, test, benchmark
-# and fuzz that this machine lacks. Quiet and quick when everything is there; safe
+# and fuzz that this machine lacks (tmux drives the terminal test of the tool). Quiet and quick when everything is there; safe
 # to run any number of times. Runs as root, or through sudo otherwise.
 set -euo pipefail
 
@@ -8,6 +8,7 @@ packages=(
     g++ clang lld cmake ninja-build ccache pkg-config
     libxml2-dev uuid-dev libicu-dev libhunspell-dev hunspell-en-us
     libgtest-dev libgmock-dev libbenchmark-dev libclang-rt-14-dev
+    tmux
 )
 
 missing=()
