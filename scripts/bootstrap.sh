@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs, from Debian's packages, whatever foedit needs to build, test, benchmark
-# and fuzz that this machine lacks (tmux drives the terminal test of the tool). Quiet and quick when everything is there; safe
-# to run any number of times. Runs as root, or through sudo otherwise.
+# and fuzz that this machine lacks (tmux drives the terminal test of the tool).
+# Quiet and quick when everything is there; safe to run any number of times. Runs as root, or through sudo otherwise.
 set -euo pipefail
 
 packages=(
