@@ -2,6 +2,8 @@
 // element, paths from the caret, namespaces in scope, the selection as a fragment.
 
 #include "editing/EditableDocumentBuffer.h"
+#include "support/EditableProperty.h"
+#include "support/PropertyCollection.h"
 
 void EditableDocumentBuffer::getParentElementNameAndPosition(int &position, Core::String &name) const
 {
@@ -26,6 +28,19 @@ Core::String EditableDocumentBuffer::getNamespaces() const
     return namespaceSetToString(getNamespacesFromAllContainers(caret));
 }
 
+// How the namespaces of a pasted fragment get declared in the document: as an attribute
+// of the root, `declaration` split at "=" and the value freed of its quotes.
+int EditableDocumentBuffer::updateRootNamespaces(Core::String const &declaration)
+{
+    const int equals = declaration.find(u'=');
+    const Core::String name = equals < 0 ? declaration : declaration.subString(0, equals - 1);
+    const Core::String value =
+        equals < 0 ? Core::String() : declaration.subString(equals + 1, declaration.length() - 1).replaced("\"", "");
+    PropertyCollection properties;
+    properties.addProperty(EditableProperty(name, value), true);
+    return setPropertiesForElementAt(getRootElementPos(), properties);
+}
+
 // A closing tag's "/" is not part of its prefix.
 Core::String EditableDocumentBuffer::getElementNamespace(int position) const
 {
@@ -35,7 +50,10 @@ Core::String EditableDocumentBuffer::getElementNamespace(int position) const
     return colon < 0 ? Core::String() : name.subString(start, colon - 1);
 }
 
-bool EditableDocumentBuffer::nameContainsNamespace(Core::String const &name) { return name.contains(u':'); }
+bool EditableDocumentBuffer::nameContainsNamespace(Core::String const &name)
+{
+    return name.contains(u':');
+}
 
 Core::String EditableDocumentBuffer::getSelectionAsNativeText() const
 {

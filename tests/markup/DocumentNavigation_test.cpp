@@ -1,6 +1,7 @@
 // The document buffer's members built on the markup walks, and BufferAlg's forwarding.
 
 #include "algorithms/BufferAlg.h"
+#include "common/EditCheck.h"
 #include "common/MarkedDocument.h"
 #include "editing/EditableDocumentBuffer.h"
 
@@ -17,6 +18,7 @@ public:
     using EditableDocumentBuffer::getSelectedElementPath;
     using EditableDocumentBuffer::getSelectionAsNativeText;
     using EditableDocumentBuffer::nameContainsNamespace;
+    using EditableDocumentBuffer::updateRootNamespaces;
 };
 
 SmartPtr<NavigationProbe> load(Core::String const &markedDocument)
@@ -37,9 +39,10 @@ public:
     using BufferAlg::searchParent;
 };
 
-const char *const kDocument = "<?xml version=\"1.0\"?><fo:root xmlns:fo=\"F\" xmlns:ot=\"O\"><fo:page-sequence>"
-                              "<fo:flow><fo:block><ot:x xmlns:ot=\"P\">a|b</ot:x></fo:block>"
-                              "<fo:block>c</fo:block></fo:flow></fo:page-sequence></fo:root>";
+const char *const kDocument =
+    "<?xml version=\"1.0\"?><fo:root xmlns:fo=\"F\" xmlns:ot=\"O\"><fo:page-sequence>"
+    "<fo:flow><fo:block><ot:x xmlns:ot=\"P\">a|b</ot:x></fo:block>"
+    "<fo:block>c</fo:block></fo:flow></fo:page-sequence></fo:root>";
 
 } // namespace
 
@@ -61,7 +64,8 @@ TEST(DocumentNavigation, ParentAndPathsFromTheCaret)
     EXPECT_EQ(name, "unchanged");
 
     EXPECT_EQ(doc->getElementPositionFromPath("/fo:root/fo:page-sequence/fo:flow/fo:block"), block);
-    EXPECT_EQ(doc->getElementPositionFromPath("/fo:root/fo:page-sequence/fo:flow/fo:block", block + 10), block);
+    EXPECT_EQ(doc->getElementPositionFromPath("/fo:root/fo:page-sequence/fo:flow/fo:block", block + 10),
+              block);
     EXPECT_EQ(doc->getElementPositionFromPath("/fo:root/fo:layout-master-set"), -1);
     EXPECT_EQ(doc->getSelectedElementPath(inner), "/fo:root/fo:page-sequence/fo:flow/fo:block/ot:x");
     EXPECT_EQ(doc->getElementNamespace(inner), "ot");
@@ -78,8 +82,9 @@ TEST(DocumentNavigation, NamespacesAndNativeTextOfTheSelection)
     EXPECT_EQ(doc->getSelectionAsNativeText(), ""); // nothing selected
 
     // The selection's end is exclusive, so "b" up to the block after it.
-    auto selected = load("<?xml version=\"1.0\"?><fo:root><fo:page-sequence><fo:flow>"
-                         "<fo:block>a^b</fo:block><fo:block>c|d</fo:block></fo:flow></fo:page-sequence></fo:root>");
+    auto selected =
+        load("<?xml version=\"1.0\"?><fo:root><fo:page-sequence><fo:flow>"
+             "<fo:block>a^b</fo:block><fo:block>c|d</fo:block></fo:flow></fo:page-sequence></fo:root>");
     EXPECT_EQ(selected->getSelectionAsNativeText(), "<fo:block>b</fo:block><fo:block>c</fo:block>");
 }
 
@@ -98,4 +103,17 @@ TEST(BufferAlg, ForwardsToTheDocumentAndThrowsWithout)
     EXPECT_THROW(empty.getCaretPos(), Core::NullPointerException);
     EXPECT_THROW(empty.searchParent("fo:flow", 0), Core::NullPointerException);
     EXPECT_THROW(empty.getRootElement(), Core::NullPointerException);
+}
+
+TEST(DocumentNavigation, PastedNamespacesAreDeclaredOnTheRoot)
+{
+    const char *const before = "<?xml version=\"1.0\"?><fo:root xmlns:fo=\"F\"><fo:page-sequence><fo:flow>"
+                               "<fo:block>a|b</fo:block></fo:flow></fo:page-sequence></fo:root>";
+    const char *const after =
+        "<?xml version=\"1.0\"?><fo:root xmlns:fo=\"F\" xmlns:ot=\"O\"><fo:page-sequence>"
+        "<fo:flow><fo:block>a|b</fo:block></fo:flow></fo:page-sequence></fo:root>";
+    int shift = 0;
+    EditCheck::document(before).expectOn<NavigationProbe>(
+        [&shift](NavigationProbe &buffer) { shift = buffer.updateRootNamespaces("xmlns:ot=\"O\""); }, after);
+    EXPECT_EQ(shift, Core::String(" xmlns:ot=\"O\"").length());
 }
