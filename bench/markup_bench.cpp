@@ -44,7 +44,8 @@ Core::String const &replicatedDocument(int units)
     repeated.reserve(units);
     while (text.length() + repeated.length() < units)
         repeated += body;
-    return made[units] = text.subString(0, flowStart - 1) + repeated + text.subString(flowEnd, text.length() - 1);
+    return made[units] =
+               text.subString(0, flowStart - 1) + repeated + text.subString(flowEnd, text.length() - 1);
 }
 
 // Where a caret stands when typing: text right after a tag. `count` of them, spread
@@ -100,6 +101,9 @@ void BM_CurrentElementPositionAtTheEndOfTheFlow(benchmark::State &state)
         benchmark::DoNotOptimize(probe.getCurrentElementPosition(p));
     state.SetBytesProcessed(state.iterations() * p * 2);
 }
-BENCHMARK(BM_CurrentElementPositionAtTheEndOfTheFlow)->Arg(1 << 20)->Arg(8 << 20)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CurrentElementPositionAtTheEndOfTheFlow)
+    ->Arg(1 << 20)
+    ->Arg(8 << 20)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace

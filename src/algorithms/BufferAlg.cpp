@@ -28,7 +28,10 @@ Core::String BufferAlg::getRootElement() const
     return markup.rootElement;
 }
 
-int BufferAlg::getCaretPos() const { return document->getCaretPos(); }
+int BufferAlg::getCaretPos() const
+{
+    return document->getCaretPos();
+}
 
 int BufferAlg::getClosingTagForTagAtPosition(int position) const
 {

@@ -48,7 +48,7 @@ public:
     static constexpr std::u16string_view CDataEnd = u"]]>";
     static constexpr std::u16string_view ProcessingInstructionStart = u"<?";
     static constexpr std::u16string_view ProcessingInstructionEnd = u"?>";
-    static constexpr std::u16string_view NbspEntity = u"&#x00A0;"; // the placeholder, 8 units, one atom
+    static constexpr std::u16string_view NbspEntity = u"&#x00A0;";  // the placeholder, 8 units, one atom
     static constexpr std::u16string_view NbspCharacter = u"\u00A0"; // the raw placeholder
 
     EditableXmlBuffer() = default;
@@ -226,8 +226,8 @@ protected:
 private:
     static int stepOverMarkup(int position, Core::String const &text);
     static int staticCurrentElement(int position, Core::String const &text, bool stopAtZero);
-    int searchAncestors(Core::String const *names, std::size_t count, int position, bool outermost, bool keepPrefix,
-                        Core::String const &stopAt) const;
+    int searchAncestors(Core::String const *names, std::size_t count, int position, bool outermost,
+                        bool keepPrefix, Core::String const &stopAt) const;
     int ancestorBelowRoot(Core::String const &name, int position) const;
     int firstElementNamedAnyOf(Core::String const *names, std::size_t count, int position) const;
     int skipPastElementAndSpaces(int position) const;

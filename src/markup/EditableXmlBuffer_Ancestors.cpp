@@ -127,8 +127,8 @@ int EditableXmlBuffer::searchFirstParent(std::vector<Core::String> names, int po
 // The stop element is tested against the names before the walk ends at it, so the root
 // can be found. With `keepPrefix` false, `stopAt` must be given without prefix too.
 // Names are tested in list order; with `outermost` the last match on the way up wins.
-int EditableXmlBuffer::searchAncestors(Core::String const *names, std::size_t count, int position, bool outermost,
-                                       bool keepPrefix, Core::String const &stopAt) const
+int EditableXmlBuffer::searchAncestors(Core::String const *names, std::size_t count, int position,
+                                       bool outermost, bool keepPrefix, Core::String const &stopAt) const
 {
     Core::String const &stop = stopAt.isEmpty() ? rootElement : stopAt;
     int match = -1;

@@ -5,7 +5,10 @@
 
 namespace {
 
-bool isQuote(char16_t c) noexcept { return c == u'"' || c == u'\''; }
+bool isQuote(char16_t c) noexcept
+{
+    return c == u'"' || c == u'\'';
+}
 
 } // namespace
 
@@ -160,6 +163,7 @@ bool EditableXmlBuffer::isInsideStartTag(Core::String text, int position)
     const int previousClose = text.rFind(u'>', position);
     if (!(previousClose <= previousOpen))
         return false;
-    return outsideItem(text, position, CommentStart, CommentEnd) && outsideItem(text, position, CDataStart, CDataEnd) &&
+    return outsideItem(text, position, CommentStart, CommentEnd) &&
+           outsideItem(text, position, CDataStart, CDataEnd) &&
            outsideItem(text, position, ProcessingInstructionStart, ProcessingInstructionEnd);
 }

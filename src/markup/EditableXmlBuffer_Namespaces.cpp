@@ -18,7 +18,10 @@ EditableXmlBuffer::NamespaceSet EditableXmlBuffer::getNamespacesFromElementAt(in
 
 namespace {
 
-Core::String declaredName(Core::String const &declaration) { return declaration.substringBefore("=").toLower(); }
+Core::String declaredName(Core::String const &declaration)
+{
+    return declaration.substringBefore("=").toLower();
+}
 
 } // namespace
 

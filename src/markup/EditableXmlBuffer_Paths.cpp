@@ -20,7 +20,10 @@ Core::String EditableXmlBuffer::pathUpFrom(int position, int rootPosition) const
     }
 }
 
-Core::String EditableXmlBuffer::getPathForPosition(int position) const { return pathUpFrom(position, -1); }
+Core::String EditableXmlBuffer::getPathForPosition(int position) const
+{
+    return pathUpFrom(position, -1);
+}
 
 Core::String EditableXmlBuffer::getElementPath(int position) const
 {

@@ -75,7 +75,8 @@ bool EditableXmlBuffer::nbspFollowedByWspaceAndElementCloseTagAt(int position) c
 //   <fo:block>ab|  </fo:block>
 bool EditableXmlBuffer::isLastValidWhiteSpaceBeforeElementClosed(int position) const
 {
-    if (isOnInvalidPosition(position) || !Core::iswspace(content[position]) || Core::iswspace(content[position - 1]))
+    if (isOnInvalidPosition(position) || !Core::iswspace(content[position]) ||
+        Core::iswspace(content[position - 1]))
         return false;
     return closingTagFollowsSpaceAt(position, false);
 }

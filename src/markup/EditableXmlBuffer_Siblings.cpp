@@ -50,7 +50,8 @@ int EditableXmlBuffer::getFirstElementByName(std::vector<Core::String> names, in
 }
 
 // The search starts with a step, so from an element of the name it finds the next one.
-int EditableXmlBuffer::firstElementNamedAnyOf(Core::String const *names, std::size_t count, int position) const
+int EditableXmlBuffer::firstElementNamedAnyOf(Core::String const *names, std::size_t count,
+                                              int position) const
 {
     if (position == -1)
         return -1;

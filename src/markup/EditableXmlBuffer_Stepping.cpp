@@ -10,7 +10,10 @@
 namespace {
 
 // `next` if it is a valid position of `text`, else -1.
-int validOrNone(int next, Core::String const &text) noexcept { return text.isValidIndex(next) ? next : -1; }
+int validOrNone(int next, Core::String const &text) noexcept
+{
+    return text.isValidIndex(next) ? next : -1;
+}
 
 // "&...;" is one atom; the step lands after the ";" or fails.
 int stepOverEntity(int position, Core::String const &text) noexcept
@@ -272,7 +275,8 @@ int EditableXmlBuffer::getPreviousTagNameAndPos(int position, Core::String &name
     return tag;
 }
 
-int EditableXmlBuffer::getPreviousTagNameAndPosition(int position, Core::String const &text, Core::String &name)
+int EditableXmlBuffer::getPreviousTagNameAndPosition(int position, Core::String const &text,
+                                                     Core::String &name)
 {
     const int tag = getPreviousTagPosition(position, text);
     name = getNameForTagAtPosition(tag, text);
@@ -293,7 +297,8 @@ int EditableXmlBuffer::getClosingTagForTagAtPosition(int position, Core::String 
         return -1;
     if (selfClosingTagAtPosition(position, text))
         return position;
-    if (ignoredElementAtPosition(position, text) || !text.isValidIndex(position + 1) || text[position + 1] == u'/')
+    if (ignoredElementAtPosition(position, text) || !text.isValidIndex(position + 1) ||
+        text[position + 1] == u'/')
         return -1;
     const int inside = getNextEditablePositionInXml(position, text);
     if (inside < 0)
@@ -336,7 +341,8 @@ int EditableXmlBuffer::getStartTagForTagAtPosition(int position) const
         return -1;
     if (selfClosingTagAtPosition(position))
         return position;
-    if (ignoredElementAtPosition(position) || isOnInvalidPosition(position + 1) || content[position + 1] != u'/')
+    if (ignoredElementAtPosition(position) || isOnInvalidPosition(position + 1) ||
+        content[position + 1] != u'/')
         return -1;
     const int after = getNextEditablePositionInXml(position);
     if (after < 0)

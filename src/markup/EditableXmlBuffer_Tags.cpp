@@ -40,7 +40,8 @@ int EditableXmlBuffer::getTagNameEnd(int position, Core::String const &text) noe
     return -1;
 }
 
-bool EditableXmlBuffer::tagNameEquals(int position, Core::String const &name, Core::String const &text) noexcept
+bool EditableXmlBuffer::tagNameEquals(int position, Core::String const &name,
+                                      Core::String const &text) noexcept
 {
     if (!onTagStartPosition(position, text))
         return false;
@@ -99,8 +100,9 @@ bool EditableXmlBuffer::processingInstructionTagAtPosition(int position, Core::S
 
 bool EditableXmlBuffer::ignoredElementAtPosition(int position, Core::String const &text)
 {
-    return text[position] == u'<' && (commentTagAtPosition(position, text) || cdataSectionAtPosition(position, text) ||
-                                      processingInstructionTagAtPosition(position, text));
+    return text[position] == u'<' &&
+           (commentTagAtPosition(position, text) || cdataSectionAtPosition(position, text) ||
+            processingInstructionTagAtPosition(position, text));
 }
 
 Core::String EditableXmlBuffer::getNameForTagAtPosition(int position, bool keepPrefix) const
@@ -164,7 +166,8 @@ namespace {
 // Whether the marker `end` standing at `endAt` closes an item opened by `start`: the
 // last `start` before it must come after any earlier `end`. Searching forward from the
 // opener keeps the cost to the item itself instead of a walk back to the last `end`.
-bool closesItemOpenedBy(Core::String const &text, int endAt, std::u16string_view start, std::u16string_view end)
+bool closesItemOpenedBy(Core::String const &text, int endAt, std::u16string_view start,
+                        std::u16string_view end)
 {
     const int opener = text.rFind(start, endAt - 1);
     if (opener < 0)

@@ -48,7 +48,8 @@ TEST(CharacterData, TextOfAnElementWithoutItsChildren)
 TEST(NativeText, RangesInsideAndAcrossElements)
 {
     EXPECT_EQ(nativeText(FO_DOC("<fo:block>a|b^cd</fo:block>")), "bc");
-    EXPECT_EQ(nativeText(FO_DOC("<fo:flow><fo:block color=\"red\">a|b</fo:block><fo:block>^cd</fo:block></fo:flow>")),
+    EXPECT_EQ(nativeText(FO_DOC(
+                  "<fo:flow><fo:block color=\"red\">a|b</fo:block><fo:block>^cd</fo:block></fo:flow>")),
               "<fo:block color=\"red\">b</fo:block><fo:block>c</fo:block>");
     // A whole element, a self-closing tag and a comment in the range come out once.
     EXPECT_EQ(nativeText(FO_DOC("<fo:block>a|b<fo:inline>x</fo:inline><fo:block/><!--y-->^cd</fo:block>")),
@@ -72,21 +73,23 @@ TEST(NativeText, CellsBringTheirTableWithAnAutoLayout)
 
 TEST(NativeText, ListBodiesBringTheirLabel)
 {
-    EXPECT_EQ(nativeText(FO_DOC("<fo:flow><fo:list-block>"
-                                "<fo:list-item><fo:list-item-label><fo:block>1.</fo:block></fo:list-item-label>"
-                                "<fo:list-item-body><fo:block>a|b</fo:block></fo:list-item-body></fo:list-item>"
-                                "<fo:list-item><fo:list-item-label><fo:block>2.</fo:block></fo:list-item-label>"
-                                "<fo:list-item-body><fo:block>^cd</fo:block></fo:list-item-body></fo:list-item>"
-                                "</fo:list-block></fo:flow>")),
-              "<fo:list-block><fo:list-item><fo:list-item-label><fo:block>1.</fo:block></fo:list-item-label>"
-              "<fo:list-item-body><fo:block>b</fo:block></fo:list-item-body></fo:list-item>"
-              "<fo:list-item><fo:list-item-label><fo:block>2.</fo:block></fo:list-item-label>"
-              "<fo:list-item-body><fo:block>c</fo:block></fo:list-item-body></fo:list-item></fo:list-block>");
+    EXPECT_EQ(
+        nativeText(FO_DOC("<fo:flow><fo:list-block>"
+                          "<fo:list-item><fo:list-item-label><fo:block>1.</fo:block></fo:list-item-label>"
+                          "<fo:list-item-body><fo:block>a|b</fo:block></fo:list-item-body></fo:list-item>"
+                          "<fo:list-item><fo:list-item-label><fo:block>2.</fo:block></fo:list-item-label>"
+                          "<fo:list-item-body><fo:block>^cd</fo:block></fo:list-item-body></fo:list-item>"
+                          "</fo:list-block></fo:flow>")),
+        "<fo:list-block><fo:list-item><fo:list-item-label><fo:block>1.</fo:block></fo:list-item-label>"
+        "<fo:list-item-body><fo:block>b</fo:block></fo:list-item-body></fo:list-item>"
+        "<fo:list-item><fo:list-item-label><fo:block>2.</fo:block></fo:list-item-label>"
+        "<fo:list-item-body><fo:block>c</fo:block></fo:list-item-body></fo:list-item></fo:list-block>");
 }
 
 TEST(NativeText, ElementsLeftOpenByARange)
 {
-    auto m = mark(FO_DOC("<fo:block>a|b</fo:block><fo:block>c<fo:inline>d^e</fo:inline><fo:block/></fo:block>"));
+    auto m =
+        mark(FO_DOC("<fo:block>a|b</fo:block><fo:block>c<fo:inline>d^e</fo:inline><fo:block/></fo:block>"));
     MarkupProbe probe(m);
     const auto open = probe.getClosingTagsBetweenPositions(m.at, m.expected);
     ASSERT_EQ(open.size(), 2u);
@@ -110,7 +113,8 @@ TEST(Placeholders, AnElementHoldingJustAPlaceholder)
              {u"<?x?><r><b/>&#x00A0;</r>", false},
              {u"<?x?><r><b>&#x00A0;", false},
          }) {
-        EXPECT_EQ(MarkupProbe(markup).elementContainsJustNonBreakingSpace(8), expected) << Core::String(markup);
+        EXPECT_EQ(MarkupProbe(markup).elementContainsJustNonBreakingSpace(8), expected)
+            << Core::String(markup);
     }
 }
 

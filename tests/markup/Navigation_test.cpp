@@ -40,8 +40,9 @@ TEST(CurrentElement, StartTagIsEnteredOnlyAfterItsEnd)
 
 TEST(CurrentElement, IgnoredItemsAndSiblingsDoNotDisturbTheDepth)
 {
-    auto m = mark(FO_DOC("<fo:flow>^<fo:block a='>'>x<!-- </fo:block> --><?pi x?><![CDATA[</fo:block>]]>"
-                         "<fo:block/><fo:inline>y<fo:inline>z</fo:inline></fo:inline>|w</fo:block></fo:flow>"));
+    auto m =
+        mark(FO_DOC("<fo:flow>^<fo:block a='>'>x<!-- </fo:block> --><?pi x?><![CDATA[</fo:block>]]>"
+                    "<fo:block/><fo:inline>y<fo:inline>z</fo:inline></fo:inline>|w</fo:block></fo:flow>"));
     MarkupProbe probe(m);
     EXPECT_EQ(probe.getCurrentElementPosition(m.at), m.expected);
     Core::String name = "stale";
@@ -58,7 +59,8 @@ TEST(CurrentElement, IgnoredItemsAndSiblingsDoNotDisturbTheDepth)
 TEST(CurrentElement, StaticForms)
 {
     // They pass CDATA sections only where the walk starts, so comments here hold no "<".
-    auto doc = mark(FO_DOC("<fo:flow>^<fo:block>x<!-- c --><?pi?><fo:block/><fo:inline>y</fo:inline>|</fo:block>"));
+    auto doc =
+        mark(FO_DOC("<fo:flow>^<fo:block>x<!-- c --><?pi?><fo:block/><fo:inline>y</fo:inline>|</fo:block>"));
     EXPECT_EQ(MarkupProbe::getCurrentElementPosition(doc.at, doc.text), doc.expected);
     EXPECT_EQ(MarkupProbe::getCurrentElementName(doc.at, doc.text), "fo:block");
     EXPECT_EQ(MarkupProbe::getCurrentElementPosition(-1, doc.text), -1);
@@ -110,8 +112,9 @@ TEST(Ancestors, SearchParentInNestedTables)
 
 TEST(Ancestors, FlowGatesForSelections)
 {
-    auto m = mark(FO_DOC("<fo:page-sequence><fo:static-content><fo:block>h|</fo:block></fo:static-content>"
-                         "^<fo:flow><fo:block>a</fo:block><fo:block>b</fo:block></fo:flow></fo:page-sequence>"));
+    auto m =
+        mark(FO_DOC("<fo:page-sequence><fo:static-content><fo:block>h|</fo:block></fo:static-content>"
+                    "^<fo:flow><fo:block>a</fo:block><fo:block>b</fo:block></fo:flow></fo:page-sequence>"));
     MarkupProbe probe(m);
     const int head = m.at, flow = m.expected;
     const int a = m.text.find(">a<") + 1, b = m.text.find(">b<") + 1;
@@ -149,7 +152,7 @@ TEST(ElementOrder, NextAndPreviousElements)
     EXPECT_EQ(probe.getNextElementPosition(next.at), next.expected);
     EXPECT_EQ(probe.getNextElementPosition(next.at - 1), next.expected);
     EXPECT_EQ(probe.getNextElementPosition(next.expected), -1); // the root closes next
-    EXPECT_EQ(probe.getNextElementName(next.at - 1), "");      // a text position
+    EXPECT_EQ(probe.getNextElementName(next.at - 1), "");       // a text position
     EXPECT_EQ(probe.getNextElementName(next.expected), "fo:block");
     EXPECT_EQ(probe.getNextElementName(next.text.find("<!--")), "fo:block");
 
@@ -181,7 +184,8 @@ TEST(ElementOrder, SearchesByName)
 
 TEST(Neighbours, SiblingsAcrossSpaceAndComments)
 {
-    auto m = mark(FO_DOC("<fo:flow>^<fo:block>a</fo:block>\n<!-- c --><fo:block>b|</fo:block> <fo:table/></fo:flow>"));
+    auto m = mark(
+        FO_DOC("<fo:flow>^<fo:block>a</fo:block>\n<!-- c --><fo:block>b|</fo:block> <fo:table/></fo:flow>"));
     MarkupProbe probe(m);
     const int a = m.text.find(u'a', m.expected), table = m.text.find("<fo:table/>");
     const int second = m.text.find("<fo:block>", m.expected + 1);
@@ -204,8 +208,9 @@ TEST(Neighbours, SiblingsAcrossSpaceAndComments)
 
 TEST(Children, FirstChildNamedChildAndContainment)
 {
-    auto m = mark(FO_DOC("^<fo:table><fo:table-column/><fo:table-body><fo:table-row><fo:table-cell><fo:block/>"
-                         "</fo:table-cell></fo:table-row></fo:table-body></fo:table>|<fo:block></fo:block>"));
+    auto m =
+        mark(FO_DOC("^<fo:table><fo:table-column/><fo:table-body><fo:table-row><fo:table-cell><fo:block/>"
+                    "</fo:table-cell></fo:table-row></fo:table-body></fo:table>|<fo:block></fo:block>"));
     MarkupProbe probe(m);
     const int table = m.expected, empty = m.at;
     const int column = m.text.find("<fo:table-column/>"), body = m.text.find("<fo:table-body>");
@@ -233,7 +238,8 @@ TEST(Children, FirstChildNamedChildAndContainment)
 
 TEST(Paths, PathsOfPositionsAndPositionsOfPaths)
 {
-    auto m = mark(FO_DOC("<fo:page-sequence>^<fo:flow><fo:block>|ab</fo:block></fo:flow></fo:page-sequence>"));
+    auto m =
+        mark(FO_DOC("<fo:page-sequence>^<fo:flow><fo:block>|ab</fo:block></fo:flow></fo:page-sequence>"));
     MarkupProbe probe(m);
     const Core::String blockPath = "/fo:root/fo:page-sequence/fo:flow/fo:block";
     const int root = m.text.find("<fo:root>"), block = m.text.find("<fo:block>");

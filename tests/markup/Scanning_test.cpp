@@ -100,7 +100,8 @@ TEST(AtomSteps, BackwardStepStopsAtTheRoot)
 
 TEST(RootPositions, FirstEditablePositionIsAfterTheRootStartTag)
 {
-    auto plain = mark("<?xml version=\"1.0\" encoding='a>b'?>\n<!DOCTYPE x>\n<!-- c -->^<fo:root a=\">\">|<x/>");
+    auto plain =
+        mark("<?xml version=\"1.0\" encoding='a>b'?>\n<!DOCTYPE x>\n<!-- c -->^<fo:root a=\">\">|<x/>");
     MarkupProbe probe(plain);
     EXPECT_EQ(probe.getFirstEditablePositionInXml(), plain.at);
     EXPECT_EQ(probe.getRootElementPos(), plain.expected);
@@ -180,9 +181,9 @@ TEST(TagNames, ClosingTagsKeepTheirSlash)
     EXPECT_EQ(probe.getNameForTagAtPosition(16), "/fo:block");
     EXPECT_EQ(probe.getNameForTagAtPosition(16, false), "block");
     EXPECT_EQ(probe.getNameForTagAtPosition(27), "x");
-    EXPECT_EQ(probe.getNameForTagAtPosition(31, false), "/x");     // no prefix: the "/" stays
-    EXPECT_EQ(probe.getNameForTagAtPosition(35), "");              // runs off the end
-    EXPECT_EQ(probe.getNameForTagAtPosition(1), "");               // not a tag
+    EXPECT_EQ(probe.getNameForTagAtPosition(31, false), "/x"); // no prefix: the "/" stays
+    EXPECT_EQ(probe.getNameForTagAtPosition(35), "");          // runs off the end
+    EXPECT_EQ(probe.getNameForTagAtPosition(1), "");           // not a tag
     EXPECT_EQ(MarkupProbe::getNameForTagAtPosition(16, probe.text()), "/fo:block");
     EXPECT_TRUE(probe.tagNameEquals(0, "fo:block"));
     EXPECT_FALSE(probe.tagNameEquals(0, "fo:bloc"));
@@ -214,8 +215,7 @@ TEST(TagWalks, NextTagSkipsIgnoredItems)
 TEST(TagWalks, PreviousTagPassesCommentsAndCData)
 {
     for (auto markup : {
-             "<r>^<b>x<!-- <y> -->|</b></r>",
-             "<r>^<b><![CDATA[ <y> ]]>x|</b></r>",
+             "<r>^<b>x<!-- <y> -->|</b></r>", "<r>^<b><![CDATA[ <y> ]]>x|</b></r>",
              "<r>^<b/><!--a--><![CDATA[b]]><!--c-->|</r>",
              "<r>^<b>x<!-- a --|></b></r>", // on the comment's ">", the tag before it
              "<r>^<b a=\"1\"|></b></r>",    // on a ">", the tag it ends
@@ -325,11 +325,11 @@ TEST(Attributes, InsideStartTagTellsMarkupFromText)
     const Core::String text = "<r a='1'>t<!-- <c d> -->x<![CDATA[<e f>]]><?p q?></r>";
     EXPECT_TRUE(MarkupProbe::isInsideStartTag(text, 3));
     EXPECT_TRUE(MarkupProbe::isInsideStartTag(text, 1));
-    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 0)); // on the "<" the next ">" comes after it
-    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 9));  // text
-    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 17)); // in the comment's <c d>
-    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 37)); // in the CDATA's <e f>
-    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 45)); // in the instruction
+    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 0));          // on the "<" the next ">" comes after it
+    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 9));          // text
+    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 17));         // in the comment's <c d>
+    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 37));         // in the CDATA's <e f>
+    EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, 45));         // in the instruction
     EXPECT_TRUE(MarkupProbe::isInsideStartTag("<a>b</a><c/>", 6)); // a closing tag counts
     EXPECT_FALSE(MarkupProbe::isInsideStartTag("<a>b</a>", 6));    // the last tag: no later "<"
     EXPECT_FALSE(MarkupProbe::isInsideStartTag(text, -1));

@@ -1,13 +1,16 @@
 // The character-level check run after every text edit.
 
-#include "template/XmlValidator.h"
 #include "common/TestPaths.h"
+#include "template/XmlValidator.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-bool valid(Core::String const &text) { return XmlValidator(text).validate(); }
+bool valid(Core::String const &text)
+{
+    return XmlValidator(text).validate();
+}
 
 } // namespace
 
@@ -33,16 +36,16 @@ TEST(XmlValidator, AcceptsWhatASpliceLeavesClosed)
 TEST(XmlValidator, RejectsWhatASpliceCanBreak)
 {
     for (auto text : {
-             "<a b=\"1",         // ends in a value
-             "<a b=\"1<2\">",    // "<" in a value
-             "<a b='1>2'>",      // ">" in a value
-             "<a <b>",           // a tag inside a tag
-             "<a",               // ends in a tag
-             "<a b=c>",          // no quote after "=": the scan stays behind it
-             "<a \"b\">",        // a quote with no "=" before it
-             "<!-- a",           // an open comment
-             "<!-->",            // the marker's own dashes do not close it
-             "<![CDATA[ x ]]",   // an open CDATA section
+             "<a b=\"1",       // ends in a value
+             "<a b=\"1<2\">",  // "<" in a value
+             "<a b='1>2'>",    // ">" in a value
+             "<a <b>",         // a tag inside a tag
+             "<a",             // ends in a tag
+             "<a b=c>",        // no quote after "=": the scan stays behind it
+             "<a \"b\">",      // a quote with no "=" before it
+             "<!-- a",         // an open comment
+             "<!-->",          // the marker's own dashes do not close it
+             "<![CDATA[ x ]]", // an open CDATA section
              "<fo:block>a</fo:block><",
          }) {
         EXPECT_FALSE(valid(text)) << text;
