@@ -210,6 +210,7 @@ protected:
     bool isMergeableInline(int tagPosition) const;
     bool startsWithPlaceholder(int element) const;
     BufferAlgorithms::WhitespaceAlg rulesOf(int element);
+    bool isCaretStop(int t, int tElement, int stepFromElement, BufferAlgorithms::WhitespaceAlg &rules);
     bool closesMergeableInline(int position, int currentElement) const;
     int getLastTagOfDocument() const;
     int getRootClosingTag() const;

@@ -25,6 +25,18 @@ BufferAlgorithms::WhitespaceAlg EditableDocumentBuffer::rulesOf(int element)
     return rules;
 }
 
+// The context and the rendering filter: whether `t`, reached from a position in
+// `stepFromElement`, is a caret stop. Entering another element takes its rules.
+bool EditableDocumentBuffer::isCaretStop(int t, int tElement, int stepFromElement,
+                                         BufferAlgorithms::WhitespaceAlg &rules)
+{
+    if (!canHoldCaretIn(t, tElement))
+        return false;
+    if (tElement != stepFromElement)
+        rules = rulesOf(tElement);
+    return !rules.isPositionSkipped(t);
+}
+
 // With `mergeInlineBoundaries` the walk passes stops that only cross the edge of an
 // inline, so that one key press passes one visible character:
 //
@@ -116,11 +128,7 @@ int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap,
         t = next;
         tElement = nextElement;
 
-        if (!canHoldCaretIn(t, tElement))
-            continue;
-        if (tElement != stepFromElement)
-            rules = rulesOf(tElement);
-        if (rules.isPositionSkipped(t))
+        if (!isCaretStop(t, tElement, stepFromElement, rules))
             continue;
         if (!mergeInlineBoundaries)
             return t == placeholderStop ? -1 : t;
@@ -182,11 +190,7 @@ int EditableDocumentBuffer::getPreviousEditablePositionInFo(int position, bool w
         t = previous;
         tElement = previousElement;
 
-        if (!canHoldCaretIn(t, tElement))
-            continue;
-        if (tElement != stepFromElement)
-            rules = rulesOf(tElement);
-        if (rules.isPositionSkipped(t))
+        if (!isCaretStop(t, tElement, stepFromElement, rules))
             continue;
         if (!mergeInlineBoundaries)
             return t;
