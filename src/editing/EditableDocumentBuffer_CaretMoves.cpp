@@ -1,11 +1,10 @@
-// The arrow keys, Home and End. A move keeps to the kind of place the caret is in: from
+// The arrow keys. A move keeps to the kind of place the caret is in: from
 // a flow it goes to a flow, from static content it stays in that static content. In a
 // table the markup holds header, footer, body, while the reader sees header, body,
 // footer: the moves follow the reader.
 
 #include "editing/EditableDocumentBuffer.h"
 
-#include "algorithms/WhitespaceAlg.h"
 #include "editing/FreezeNotifications.h"
 
 #include <algorithm>
