@@ -370,15 +370,6 @@ TEST(EraseTest, EditThatBreaksTheMarkupIsRolledBack)
     EXPECT_FALSE(buffer->canUndo()) << "the history is rolled back too";
 }
 
-TEST(EraseTest, InvalidCaretChangesNothing)
-{
-    SmartPtr<EditableDocumentBuffer> buffer = makeStandardBuffer();
-    buffer->erase(true, false);
-    buffer->erase(false, true);
-    EXPECT_TRUE(buffer->getContent().empty());
-    EXPECT_FALSE(buffer->canUndo());
-}
-
 // ---- deleteParent ----
 
 TEST(DeleteParentTest, RemovesTheNearestAncestorOfThatName)
