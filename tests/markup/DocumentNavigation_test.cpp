@@ -17,7 +17,6 @@ public:
     using EditableDocumentBuffer::getElementPositionFromPath;
     using EditableDocumentBuffer::getSelectedElementPath;
     using EditableDocumentBuffer::getSelectionAsNativeText;
-    using EditableDocumentBuffer::nameContainsNamespace;
     using EditableDocumentBuffer::updateRootNamespaces;
 };
 
@@ -71,8 +70,6 @@ TEST(DocumentNavigation, ParentAndPathsFromTheCaret)
     EXPECT_EQ(doc->getElementNamespace(inner), "ot");
     EXPECT_EQ(doc->getElementNamespace(text.find("</fo:block>")), "fo");
     EXPECT_EQ(doc->getElementNamespace(text.find(">ab<") + 1), ""); // text
-    EXPECT_TRUE(NavigationProbe::nameContainsNamespace("fo:block"));
-    EXPECT_FALSE(NavigationProbe::nameContainsNamespace("block"));
 }
 
 TEST(DocumentNavigation, NamespacesAndNativeTextOfTheSelection)

@@ -65,6 +65,7 @@ TEST(CurrentElement, StaticForms)
     EXPECT_EQ(MarkupProbe::getCurrentElementName(doc.at, doc.text), "fo:block");
     EXPECT_EQ(MarkupProbe::getCurrentElementPosition(-1, doc.text), -1);
 
+    // The static name lookup stops at a tag at index 0.
     auto m = mark("^<a>x|<b/></a>");
     EXPECT_EQ(MarkupProbe::getCurrentElementName(m.at, m.text), "");
     EXPECT_EQ(MarkupProbe::getCurrentElementPosition(m.at, m.text), m.expected);
@@ -121,24 +122,17 @@ TEST(Ancestors, FlowGatesForSelections)
     const int flowEnd = m.text.find("</fo:flow>");
     const int outside = m.text.find("<fo:page-sequence>") + 1;
 
-    EXPECT_TRUE(probe.isInFoFlow(a));
-    EXPECT_FALSE(probe.isInFoFlow(head));
     EXPECT_FALSE(probe.isInFoFlow(-1));
-
     EXPECT_TRUE(probe.positionsAreInTheSameFlowElement(a, b));
     EXPECT_TRUE(probe.positionsAreInTheSameFlowElement(b, flowEnd)); // up to the closing tag
     EXPECT_FALSE(probe.positionsAreInTheSameFlowElement(b, flowEnd + 1));
     EXPECT_FALSE(probe.positionsAreInTheSameFlowElement(a, flow)); // the start tag is outside
-    EXPECT_FALSE(probe.positionsAreInTheSameFlowElement(a, head));
     EXPECT_TRUE(probe.positionsAreInTheSameFlowElement(head, head));
     EXPECT_FALSE(probe.positionsAreInTheSameFlowElement(head, a));
     EXPECT_FALSE(probe.positionsAreInTheSameFlowElement(outside, outside)); // no flow: never
 
-    EXPECT_TRUE(probe.positionsAreInSameFlowTypes(a, b));
     EXPECT_FALSE(probe.positionsAreInSameFlowTypes(a, head));
     EXPECT_TRUE(probe.positionsAreInSameFlowTypes(head, outside));
-
-    EXPECT_TRUE(probe.positionsAreInTheSameStaticContent(head, head));
     EXPECT_FALSE(probe.positionsAreInTheSameStaticContent(a, a));
     EXPECT_TRUE(probe.positionsAreInTheSameElement("fo:flow", a, b));
     EXPECT_FALSE(probe.positionsAreInTheSameElement("fo:block", a, b));
@@ -221,15 +215,11 @@ TEST(Children, FirstChildNamedChildAndContainment)
     EXPECT_EQ(probe.getFirstChildPosition(column), -1);        // self-closing
     EXPECT_EQ(probe.getNextChildByName("fo:table-body", table), body);
     EXPECT_EQ(probe.getNextChildByName("fo:table-row", table), -1); // a grandchild
-    EXPECT_EQ(probe.getNextChildByName("fo:block", table), -1);
     EXPECT_TRUE(probe.elementContainsPosition(table, cell));
     EXPECT_FALSE(probe.elementContainsPosition(table, table));
     EXPECT_FALSE(probe.elementContainsPosition(column, column + 1));
-    EXPECT_FALSE(probe.elementContainsPosition(table + 1, cell));
 
-    EXPECT_EQ(probe.getNextSiblingElementPos(column), body);
     EXPECT_EQ(probe.getSiblingElement(column), body);
-    EXPECT_EQ(probe.getNextSiblingElementPos(table), empty);
     // The next element after the cell lies outside its row: only the unbounded form finds it.
     EXPECT_EQ(probe.getNextSiblingElementPos(cell), empty);
     EXPECT_EQ(probe.getSiblingElement(cell), -1);
@@ -254,7 +244,6 @@ TEST(Paths, PathsOfPositionsAndPositionsOfPaths)
     EXPECT_EQ(probe.getElementPositionFromPath("/a/b/c/d/e/f/g", m.at), -1);
 
     EXPECT_EQ(MarkupProbe::getPathToParent(blockPath, "fo:flow"), "/fo:root/fo:page-sequence/fo:flow");
-    EXPECT_EQ(MarkupProbe::getPathToParent(blockPath, ""), blockPath);
     EXPECT_EQ(MarkupProbe::getPathToParent(blockPath, "fo:table"), blockPath);
 
     // With a root name that does not match, only getElementPath stops at the root's tag.
