@@ -31,7 +31,6 @@ public:
 private:
     void recurse(int &position) { DeleteBackwardsSteps(doc, depth + 1).run(position); }
     void emptyPlaceholderBlock(int &position, int element);
-    int skipBackOverSkipped(int position, int element, BufferAlgorithms::WhitespaceAlg &rules);
 
     // a tag ends right before s
     void atTag(int &position, int s);
@@ -72,7 +71,8 @@ void DeleteBackwardsSteps::run(int &position)
         return;
     }
     PhaseRules rules(doc);
-    int const s = skipBackOverSkipped(position, element, rules.of(element));
+    // Positions the rendering swallows are passed over, within the element.
+    int const s = stepBackOverSkippedIn(position, element, rules.of(element));
     if (doc.isOnInvalidPosition(s - 1))
         return;
     if (doc.content[s - 1] == u'>')
@@ -95,21 +95,6 @@ void DeleteBackwardsSteps::emptyPlaceholderBlock(int &position, int element)
     recordDeletion(first, doc.deleteContentAndAdjustCaret(first, end));
     doc.addCaretMark();
     recurse(position);
-}
-
-// Positions the rendering swallows are passed over backwards, within `element`.
-int DeleteBackwardsSteps::skipBackOverSkipped(int position, int element,
-                                              BufferAlgorithms::WhitespaceAlg &rules)
-{
-    int s = position;
-    while (rules.isPositionSkipped(s)) {
-        int const previous = doc.getPreviousEditablePositionInXml(s);
-        if (doc.isOnInvalidPosition(previous) || previous >= s ||
-            doc.getCurrentElementPosition(previous) != element)
-            break;
-        s = previous;
-    }
-    return s;
 }
 
 // ---- a tag ends right before s ----
@@ -353,7 +338,8 @@ void DeleteBackwardsSteps::mergeWithPreviousBlock(int &position)
         // A list precedes: from the end of its last item, Delete takes this block in.
         doc.addCaretMark();
         doc.moveCaretLeft(false, false, false);
-        doc.eraseInList(true, false);
+        if (doc.caretIsInsideList()) // a list without text has no item to join
+            doc.eraseInList(true, false);
         doc.addCaretMark();
         position = doc.caret;
     }
