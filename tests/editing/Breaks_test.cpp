@@ -167,6 +167,25 @@ TEST(ParagraphBreakTest, AtTheLastPositionOfATableAParagraphIsMadeBehindIt)
                (closed + "</fo:block>\n<fo:block>|&#x00A0;</fo:block>").c_str());
 }
 
+// The footer stands before the body in the markup but is read last: the table's first
+// position is in the body, its last in the footer.
+TEST(ParagraphBreakTest, TableEdgesFollowReadingOrderPastTheFooter)
+{
+    auto table = [](std::string const &footer, std::string const &body) {
+        return "<fo:block><fo:table><fo:table-footer><fo:table-row><fo:table-cell><fo:block>" + footer +
+               "</fo:block></fo:table-cell></fo:table-row></fo:table-footer><fo:table-body><fo:table-row>"
+               "<fo:table-cell><fo:block>" +
+               body +
+               "</fo:block></fo:table-cell></fo:table-row></fo:table-body></fo:table>&#x00A0;</fo:block>";
+    };
+    std::string const plain = table("f", "b");
+    expectEdit(("<fo:block>x</fo:block>" + table("f", "|b")).c_str(), pressEnter,
+               ("<fo:block>x</fo:block><fo:block>|&#x00A0;</fo:block>\n" + plain).c_str());
+    std::string const closed = plain.substr(0, plain.size() - std::string("&#x00A0;</fo:block>").size());
+    expectEdit(table("f|", "b").c_str(), pressEnter,
+               (closed + "</fo:block>\n<fo:block>|&#x00A0;</fo:block>").c_str());
+}
+
 TEST(ParagraphBreakTest, AtTheFirstPositionOfAFormAParagraphIsMadeInFrontOfIt)
 {
     expectEdit("<fo:block><ot:form><fo:block>|&#x00A0;</fo:block></ot:form>&#x00A0;</fo:block>", pressEnter,
