@@ -251,8 +251,10 @@ bool DeleteForwardSteps::mergeFollowingBlock(int &position, int p)
         // the list, and a second Backspace joins it to this block.
         doc.addCaretMark();
         doc.moveCaretRight(false, false, false);
-        doc.eraseInList(false, false);
-        doc.erase(false, false);
+        if (doc.caretIsInsideList()) { // a list without text has no item to move
+            doc.eraseInList(false, false);
+            doc.erase(false, false);
+        }
         doc.addCaretMark();
         return true;
     }

@@ -5,13 +5,29 @@
 
 #include "structures/ListEditing.h"
 
+namespace {
+
+constexpr int kMaxListHandOverDepth = 16;
+
+} // namespace
+
 bool EditableDocumentBuffer::canDeleteListItem(Core::String const &path)
 {
     return ListEditing(*this).canDeleteListItem(path);
 }
 
+// Delete and Backspace beside a list reach into it, and the list keys fall back on the
+// ordinary deletion, which may stand beside a list again. On sound lists this ends
+// after a step or two; the bound guarantees it ends on any markup.
 void EditableDocumentBuffer::eraseInList(bool forward, bool wholeWord)
 {
+    static thread_local int depth = 0;
+    if (depth >= kMaxListHandOverDepth)
+        return;
+    ++depth;
+    struct Leave {
+        ~Leave() { --depth; }
+    } leave;
     ListEditing(*this).eraseTextFromListBuffer(forward, wholeWord);
 }
 

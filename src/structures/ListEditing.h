@@ -146,6 +146,10 @@ private:
     SelectionEnd rememberSelectionEnd(int list, int listEnd, int end) const;
     int recomputeSelectionEnd(int list, SelectionEnd const &remembered) const;
     bool selectPartOfItem(int start, int end, int last);
+    bool erasePartOfItem(int list, SelectionEnd const &remembered, int start, int &end, int last,
+                         int &goOnFrom);
+    void eraseWholeItem(int item, int itemBehind, int last, bool endsHere, int &end,
+                        SelectionEnd &remembered);
 
     // Splices that record themselves: the history stores their inverse.
     Core::String deleteRecorded(int first, int last);

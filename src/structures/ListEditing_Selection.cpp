@@ -24,8 +24,8 @@ int ListEditing::eraseListSelection(int &start, int &end)
     if (list == -1 || listEnd == -1)
         return -1;
     SelectionEnd remembered = rememberSelectionEnd(list, listEnd, end);
-    // Each round deletes something or moves `start` forward; the bound only stops a
-    // walk over markup so broken that the scanners no longer make progress.
+    // Each round cuts an item, which shortens the string, or moves `start` forward, so
+    // the walk ends; the bound only stops it on markup the scanners misread.
     for (int round = 0, limit = doc.content.length() + 1; round < limit; ++round) {
         int item = getItemPos(start);
         if (item == -1 || getListPos(start) != list)
@@ -37,27 +37,12 @@ int ListEditing::eraseListSelection(int &start, int &end)
         int first = doc.getNextEditablePositionInFo(item, false, false);
         int last = doc.getPreviousEditablePositionInFo(itemBehind, false, false);
         bool endsHere = end < itemEnd;
-        int goOnFrom = item;
+        int goOnFrom = item; // a cut item leaves the next one where it stood
         if (first != start || end <= last) {
-            if (!selectPartOfItem(start, end, last))
+            if (!erasePartOfItem(list, remembered, start, end, last, goOnFrom))
                 break;
-            doc.deleteSelection(true);
-            if (!doc.tagNameEquals(list, "fo:list-block"))
-                return -1;
-            end = recomputeSelectionEnd(list, remembered);
-            goOnFrom = doc.getClosingTagForTagAtPosition(getItemPos(doc.caret));
         } else {
-            // The whole item goes; the next one now starts where it stood.
-            Core::String removed = deleteRecorded(item, itemBehind - 1);
-            end -= endsHere ? last - item : removed.length();
-            if (remembered.item > 0)
-                --remembered.item;
-            doc.addCaretMark();
-            if (endsHere) {
-                int next = doc.getNextEditablePositionInFo(end, false, false);
-                if (next != -1)
-                    doc.setCaret(false, next);
-            }
+            eraseWholeItem(item, itemBehind, last, endsHere, end, remembered);
         }
         if (endsHere) {
             end = start;
@@ -73,6 +58,36 @@ int ListEditing::eraseListSelection(int &start, int &end)
     if (firstItem != -1 && getListTypeOf(list) == NumberedList)
         recalculateNumbering(firstItem);
     return positionAfterElement(list);
+}
+
+// The selected part of an item that stays, deleted as any selection is. False when the
+// walk ends here: nothing is selected, the list is lost, or the walk would not move on.
+bool ListEditing::erasePartOfItem(int list, SelectionEnd const &remembered, int start, int &end, int last,
+                                  int &goOnFrom)
+{
+    if (!selectPartOfItem(start, end, last))
+        return false;
+    doc.deleteSelection(true);
+    if (!doc.tagNameEquals(list, "fo:list-block"))
+        return false;
+    end = recomputeSelectionEnd(list, remembered);
+    goOnFrom = doc.getClosingTagForTagAtPosition(getItemPos(doc.caret));
+    return goOnFrom > start;
+}
+
+void ListEditing::eraseWholeItem(int item, int itemBehind, int last, bool endsHere, int &end,
+                                 SelectionEnd &remembered)
+{
+    Core::String removed = deleteRecorded(item, itemBehind - 1);
+    end -= endsHere ? last - item : removed.length();
+    if (remembered.item > 0)
+        --remembered.item;
+    doc.addCaretMark();
+    if (endsHere) {
+        int next = doc.getNextEditablePositionInFo(end, false, false);
+        if (next != -1)
+            doc.setCaret(false, next);
+    }
 }
 
 // Where the selection ends, told by something the deletions leave in place: the item

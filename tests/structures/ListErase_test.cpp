@@ -100,3 +100,13 @@ TEST(ListEraseTest, KeysBesideAListReachIntoIt)
     expectPress(bareList({"ab", "cd"}) + "<fo:block>|ef</fo:block>", pressBackspace,
                 bareList({"ab", "cd|ef"}));
 }
+
+TEST(ListEraseTest, KeysBesideAListWithoutItemsEndWithoutDeleting)
+{
+    std::string const empty = "<fo:list-block></fo:list-block>";
+    expectPress("<fo:block>ab|</fo:block>" + empty + "<fo:block>cd</fo:block>", pressDelete,
+                "<fo:block>ab|</fo:block>" + empty + "<fo:block>cd</fo:block>");
+    // Backspace only moves the caret across the list.
+    expectPress("<fo:block>ab</fo:block>" + empty + "<fo:block>|cd</fo:block>", pressBackspace,
+                "<fo:block>ab|</fo:block>" + empty + "<fo:block>cd</fo:block>");
+}
