@@ -31,6 +31,10 @@ build_and_test release -- "${release_options[@]}"
 if [[ $ci == true ]]; then
     export ASAN_OPTIONS=halt_on_error=1:abort_on_error=1:detect_leaks=1:strict_string_checks=1
     export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
+    # The seeded editing sessions (tests/robustness) play shorter sessions under the
+    # sanitizers, to stay within a few minutes.
+    export FOEDIT_SESSION_STEPS=${FOEDIT_SESSION_STEPS:-60} FOEDIT_SESSION_SEEDS=${FOEDIT_SESSION_SEEDS:-2}
+    export FOEDIT_SESSION_SHRINK_REPLAYS=${FOEDIT_SESSION_SHRINK_REPLAYS:-10}
     sanitize_ctest=()
     [[ ${FOEDIT_SLOW:-0} == 1 ]] || sanitize_ctest=(-LE slow)
     build_and_test sanitize "${sanitize_ctest[@]}" -- \
