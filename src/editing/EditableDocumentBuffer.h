@@ -419,6 +419,11 @@ protected:
     bool elementIsLastBlockInFlow(int elementPosition);
     // A "fo:block" start tag at `position` whose enclosing element is a "fo:block".
     bool imbricatedBlocksContext(int position);
+    // The named phases of these algorithms live in step classes beside their code.
+    friend class DeletionSteps;
+    friend class EraseSteps;
+    friend class DeleteForwardSteps;
+    friend class DeleteBackwardsSteps;
     // -- end of Deletion protected --
 
     // ==== Breaks: Enter, line, page and column breaks ====
@@ -437,6 +442,12 @@ protected:
     // A line break, <fo:block />, with the placeholders the lines around it need.
     void insertSoftBreak();
     void insertListBreak();
+    // Enter with `hard`: at a table's or form's edge, or a split of the block.
+    void insertParagraphBreak();
+    // A paragraph break whose new block carries the break property `name`.
+    void insertBreakProperty(Core::String const &name, Core::String const &value);
+    friend class HardBreakSteps;
+    friend class EnterAtContainerEdge;
     // -- end of Breaks protected --
 
     // ==== Properties: attributes as properties, inline formatting, classes ====
