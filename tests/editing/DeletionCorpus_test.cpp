@@ -87,9 +87,10 @@ protected:
             press(*buffer, key);
             ASSERT_LT(buffer->getCaretPos(), buffer->getContent().length())
                 << "press " << i << " from " << caret << " left the caret outside the document";
-            if (wellFormed)
+            if (wellFormed) {
                 ASSERT_TRUE(parses(buffer->getContent()))
                     << "press " << i << " at " << caret << " broke the markup";
+            }
         }
         while (buffer->canUndo())
             buffer->undo();
