@@ -13,6 +13,7 @@
 // At the end the program prints, per operation, how often a step left markup that
 // libxml2 refuses: a number to drive down, not a failure.
 #include "robustness/HangWatchdog.h"
+#include "robustness/KnownFaults.h"
 #include "robustness/SessionDriver.h"
 #include "robustness/SessionShrinker.h"
 #include "robustness/StepGenerator.h"
@@ -103,21 +104,6 @@ DriverOptions watchedOptions(const std::string &label)
     return options;
 }
 
-// Invariants that engine faults reported and not yet fixed still break: a session that
-// breaks one of these is printed, shrunk, and counted in the findings table, but fails
-// only with FOEDIT_SESSION_STRICT=1. Every other invariant fails at once.
-bool reportedOnly(const Violation &violation)
-{
-    if (environmentNumber("FOEDIT_SESSION_STRICT", 0) == 1)
-        return false;
-    for (const char *open : {"caret or pivot outside the document", "caret inside", "pivot inside",
-                             "redo of the whole session differs from its end"}) {
-        if (violation.invariant.rfind(open, 0) == 0)
-            return true;
-    }
-    return false;
-}
-
 std::map<std::string, int> &suiteFindings()
 {
     static std::map<std::string, int> findings;
@@ -127,7 +113,7 @@ std::map<std::string, int> &suiteFindings()
 void report(const std::string &path, const Core::String &document, const std::vector<Step> &steps,
             const SessionResult &failed, const DriverOptions &options)
 {
-    const bool failing = !reportedOnly(*failed.violation);
+    const bool failing = !isReportedFault(*failed.violation);
     const int replays = failing ? 400 : environmentNumber("FOEDIT_SESSION_SHRINK_REPLAYS", 40);
     const ShrinkResult shrunk =
         shrinkSession(document, steps, sameInvariantAs(*failed.violation), options, replays);
