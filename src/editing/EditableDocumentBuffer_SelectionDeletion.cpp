@@ -394,8 +394,13 @@ bool EditableDocumentBuffer::deleteListInSelection(SelectionWalk &walk)
     Core::String removed = deleteXmlText(list, behind - 1);
     addAction(EditAction(EditAction::DeleteText, list, -1, -1, removed));
     walk.end -= removed.length();
+    // A start inside the list went with it: the walk's start moves to the first stop
+    // behind the list, or the last one in front of it when the text ends there. A start
+    // in front of the list stays where it is.
     int next = getNextEditablePositionInFo(list, false, false);
-    if (next != -1)
+    if (next == -1)
+        next = lastCaretPositionInList(0, list);
+    if (next != -1 && walk.start >= list)
         walk.start = next;
     return true;
 }

@@ -74,3 +74,24 @@ TEST(ListItemDeletionTest, AnItemCanGoWhenItsListKeepsAnother)
     EXPECT_TRUE(loadList(numberedList({"a", "b|"}))->canDeleteListItem(path.c_str()));
     EXPECT_FALSE(loadList(numberedList({"b|"}))->canDeleteListItem(path.c_str()));
 }
+
+TEST(ListSelectionTest, AWholeListSelectedLeavesTheCaretOnAStopOfTheDocument)
+{
+    // From the text of the only item to behind the list: the block around the list
+    // stays, with its placeholder and the caret.
+    expectErase(
+        "<fo:block>ab</fo:block>" + foedit::test::listOf({foedit::test::listItem("1)", "^cd")}, "|"),
+        [](EditableDocumentBuffer &b) { b.erase(true, false); },
+        "<fo:block>ab</fo:block><fo:block>|&#x00A0;</fo:block>");
+    // From the block in front of a list to a block behind it: the caret stays where the
+    // selection began, not in a tag that the deletion moved.
+    SmartPtr<ListBuffer> buffer = loadList(
+        "<fo:block>^a</fo:block><fo:list-block><fo:list-item><fo:list-item-body><fo:block>b</fo:block>"
+        "</fo:list-item-body></fo:list-item></fo:list-block>"
+        "<fo:block><fo:inline></fo:inline> of</fo:block><fo:block>c|</fo:block>");
+    buffer->erase(true, false);
+    Core::String const content = buffer->getContent();
+    int const caret = buffer->getCaretPos();
+    ASSERT_TRUE(caret > 0 && caret < content.length());
+    EXPECT_LT(content.rFind(u'<', caret - 1), content.rFind(u'>', caret - 1)) << "caret inside a tag";
+}
