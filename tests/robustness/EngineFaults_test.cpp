@@ -1,6 +1,7 @@
 // Engine faults that the seeded sessions found, each cut down by hand to the smallest
 // document and the one key press that shows it. A test that is disabled states a fault
-// still open: it passes once the engine is fixed, and is then enabled.
+// still open: it passes once the engine is fixed, and is then enabled. The comment of
+// each test shows what the fault did.
 //
 // What each test checks is what a session checks: caret and pivot stand in the document
 // and split no tag or entity, the markup still parses, and undo brings back the exact
@@ -45,10 +46,10 @@ const char *const listItem =
     "</fo:list-item-label><fo:list-item-body start-indent=\"body-start()\">";
 
 // A selection from the text of the only item to behind the list, inside the block that
-// wraps it, as the engine makes lists. Delete leaves
+// wraps it, as the engine makes lists. Delete left
 //     <fo:block>ab</fo:block><fo:block></fo:block>
 // with the caret past the end of the document, and the block without its placeholder.
-TEST(EngineFaultTest, DISABLED_DeletingAListFromItsTextToBehindItKeepsTheCaretInTheDocument)
+TEST(EngineFaultTest, DeletingAListFromItsTextToBehindItKeepsTheCaretInTheDocument)
 {
     const std::string body =
         std::string("<fo:block>ab</fo:block><fo:block><fo:list-block>") + listItem +
@@ -57,15 +58,27 @@ TEST(EngineFaultTest, DISABLED_DeletingAListFromItsTextToBehindItKeepsTheCaretIn
 }
 
 // A list as other tools write it (no label, no wrapping block), selected from the first
-// block to the last along with the empty inline behind it. Delete leaves
+// block to the last along with the empty inline behind it. Delete left
 //     <fo:block>&#x00A0;</fo:block><fo:block>&#x00A0;<fo:inline></fo|:inline></fo:block>
-// with the caret inside the closing tag, where the next key types into the tag.
-TEST(EngineFaultTest, DISABLED_DeletingASelectionAcrossAListLeavesNoCaretInATag)
+// with the caret inside the closing tag, where the next key typed into the tag.
+TEST(EngineFaultTest, DeletingASelectionAcrossAListLeavesNoCaretInATag)
 {
     expectEditKeepsInvariants("<fo:block>^a</fo:block><fo:list-block><fo:list-item><fo:list-item-body>"
                               "<fo:block>b</fo:block></fo:list-item-body></fo:list-item></fo:list-block>"
                               "<fo:block><fo:inline></fo:inline> of</fo:block><fo:block>c|</fo:block>",
                               [](ListBuffer &buffer) { buffer.erase(true, false); });
+}
+
+// The same list, with a comment between it and the last block: Delete left
+//     <fo:block>&#x00A0;</fo:block><fo:block>&#x00A0;</fo:block|>
+// and a key typed then went into the closing tag, "</fo:blockZ>".
+TEST(EngineFaultTest, DeletingASelectionAcrossAListAndACommentLeavesNoCaretInATag)
+{
+    expectEditKeepsInvariants(
+        "<fo:block>^a</fo:block><fo:list-block><fo:list-item><fo:list-item-label><fo:block>1)"
+        "</fo:block></fo:list-item-label><fo:list-item-body><fo:block>b</fo:block>"
+        "</fo:list-item-body></fo:list-item></fo:list-block><!-- c --><fo:block>e|</fo:block>",
+        [](ListBuffer &buffer) { buffer.erase(true, false); });
 }
 
 } // namespace

@@ -13,7 +13,6 @@ const char *const reportedInvariants[] = {
     "caret or pivot outside the document",
     "caret inside",
     "pivot inside",
-    "redo of the whole session differs from its end",
 };
 
 bool strict()

@@ -131,6 +131,20 @@ TEST(SessionDriverTest, StepsAreWrittenInTheToolsScriptLanguage)
     EXPECT_EQ(result.script, expected);
 }
 
+// Delete in front of a nested block must record its line break as the closing tag it
+// replaced, so a redo differs from the edit in just that tag: required, not a fault.
+TEST(SessionDriverTest, ARedoneLineBreakThatComesBackAsAClosingTagIsNoViolation)
+{
+    SessionDriver driver(wrapInFlow("<fo:block><fo:block>a</fo:block><fo:block>b</fo:block></fo:block>"), {});
+    const MarkedText marked =
+        parseMarked(wrapInFlow("<fo:block><fo:block>a|</fo:block><fo:block>b</fo:block></fo:block>"));
+    placeCaretExactly(driver.buffer(), marked.caret, marked.caret);
+    ASSERT_FALSE(driver.play(kindStep(StepKind::Erase)));
+    ASSERT_EQ(markedFlow(driver.buffer()), "<fo:block><fo:block>a|b<fo:block/></fo:block></fo:block>");
+    const std::optional<Violation> violation = driver.checkHistory();
+    EXPECT_FALSE(violation) << *violation;
+}
+
 // The session the shrinker gets fails only when two particular steps both stay in it;
 // every other step must go.
 TEST(SessionShrinkerTest, KeepsOnlyTheStepsTheFailureNeeds)
