@@ -134,8 +134,7 @@ TEST(DeletionMalformedTest, EveryKeyAtEveryPositionOfBrokenMarkupEnds)
         "<fo:root><fo:flow><fo:block>ab</fo:inline>cd<fo:block/></fo:flow></fo:root>",
         "<fo:root><fo:flow><fo:block>a&amp b&#x00A0<!-- x <fo:block>c</fo:block></fo:flow></fo:root>",
         "<fo:root><fo:flow><fo:block x=\"1>2\">a</fo:block><![CDATA[ ]]</fo:flow></fo:root>",
-        "<?xml "
-        "version=\"1.0\"?><fo:root><fo:flow><fo:block><fo:block><fo:block>&#x00A0;</fo:block></fo:flow>",
+        "<?xml version=\"1.0\"?><fo:root><fo:flow><fo:block><fo:block><fo:block>&#x00A0;</fo:block></fo:flow>",
         "<fo:root><fo:flow><fo:block>a<fo:table><fo:block>b</fo:table></fo:block><fo:block>c</fo:bl",
         "<fo:root><fo:flow></fo:block>\u00A0</fo:block><fo:block>\u00A0 \u00A0</fo:flow></fo:root>",
     };
