@@ -81,4 +81,32 @@ TEST(EngineFaultTest, DeletingASelectionAcrossAListAndACommentLeavesNoCaretInATa
         [](ListBuffer &buffer) { buffer.erase(true, false); });
 }
 
+const char *const listHead =
+    "<fo:block><fo:list-block><fo:list-item><fo:list-item-label end-indent=\"label-end()\">"
+    "<fo:block>1)</fo:block></fo:list-item-label><fo:list-item-body "
+    "start-indent=\"body-start()\">";
+const char *const listTail = "</fo:list-item-body></fo:list-item></fo:list-block></fo:block>";
+
+// In an item, a selection of exactly an inline's content. Outside a list Backspace gives
+// <fo:block>|Table</fo:block>; in the list it leaves
+//     <fo:block>Table</fo:b|lock>
+// and the next key types into the closing tag, which no check refuses.
+TEST(EngineFaultTest, DISABLED_BackspaceOnAnInlinesWholeContentInAListItemLeavesNoCaretInATag)
+{
+    const std::string body =
+        std::string(listHead) + "<fo:block><fo:inline>^x|</fo:inline>Table</fo:block>" + listTail;
+    expectEditKeepsInvariants(body.c_str(), [](ListBuffer &buffer) { buffer.erase(false, false); });
+}
+
+// From the text of an item to the end of a block behind the list, where the document's
+// indentation stands before the closing tags. Delete leaves
+//     <fo:block>&|#x00A0;~</fo:block>
+// with the caret one unit inside the placeholder.
+TEST(EngineFaultTest, DISABLED_DeletingFromAListItemToIndentedBlocksLeavesNoCaretInAPlaceholder)
+{
+    const std::string body = std::string(listHead) + "<fo:block>;^Title</fo:block>" + listTail +
+                             "<fo:block>\nIn this.\n</fo:block><fo:block>\nAccording.\n|</fo:block>";
+    expectEditKeepsInvariants(body.c_str(), [](ListBuffer &buffer) { buffer.erase(true, false); });
+}
+
 } // namespace
