@@ -25,11 +25,11 @@ const char16_t *const pastedMarkup[] = {
     u"a &amp; b",
     u"&#x00A0;",
     u"<fo:inline color=\"red\"><fo:inline font-style=\"italic\">it</fo:inline></fo:inline>",
-    u"<fo:block><fo:list-block><fo:list-item><fo:list-item-label end-indent=\"label-end()\"><fo:block>1)"
-    u"</fo:block></fo:list-item-label><fo:list-item-body start-indent=\"body-start()\"><fo:block>item"
-    u"</fo:block></fo:list-item-body></fo:list-item></fo:list-block></fo:block>",
-    u"<fo:table><fo:table-body><fo:table-row><fo:table-cell><fo:block>cell</fo:block></fo:table-cell>"
-    u"</fo:table-row></fo:table-body></fo:table>",
+    (u"<fo:block><fo:list-block><fo:list-item><fo:list-item-label end-indent=\"label-end()\"><fo:block>1)"
+     u"</fo:block></fo:list-item-label><fo:list-item-body start-indent=\"body-start()\"><fo:block>item"
+     u"</fo:block></fo:list-item-body></fo:list-item></fo:list-block></fo:block>"),
+    (u"<fo:table><fo:table-body><fo:table-row><fo:table-cell><fo:block>cell</fo:block></fo:table-cell>"
+     u"</fo:table-row></fo:table-body></fo:table>"),
     u"<![CDATA[raw <text>]]>",
     u"<fo:inline>",
     u"</fo:block>",
