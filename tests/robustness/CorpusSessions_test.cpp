@@ -123,7 +123,9 @@ void report(const std::string &path, const Core::String &document, const std::ve
             << scriptText("open " + path, shrunk.result.script)
             << "which gives: " << *shrunk.result.violation;
     if (failing) {
-        ADD_FAILURE() << message.str();
+        const Core::String smaller =
+            shrinkDocument(document, shrunk.steps, sameInvariantAs(*failed.violation), options, 200);
+        ADD_FAILURE() << message.str() << "\n\nThe same steps fail on this shorter document:\n" << smaller;
         return;
     }
     ++suiteFindings()[failed.violation->invariant];

@@ -169,4 +169,25 @@ TEST(SessionShrinkerTest, KeepsOnlyTheStepsTheFailureNeeds)
     EXPECT_TRUE(typedBoth(shrunk.result));
 }
 
+// The document shrinker drops what the failure does not need, and never hands a
+// session a document that does not parse.
+TEST(SessionShrinkerTest, ShortensTheDocumentToWhatTheFailureNeeds)
+{
+    const Core::String document =
+        wrapInFlow("<fo:block>one</fo:block>\n<fo:block a=\"1\">two <fo:inline>KEEP</fo:inline>"
+                   "</fo:block>\n<fo:block>three</fo:block>\n");
+    const std::vector<Step> steps = {kindStep(StepKind::Type, 1, u"x")};
+    int replays = 0;
+    // Typing succeeds only where a caret stop is left.
+    const SessionFailure typesTheLetter = [&replays](const SessionResult &result) {
+        ++replays;
+        return result.tally.byOperation().count("type") && result.tally.byOperation().at("type").changed > 0;
+    };
+    const Core::String shrunk = shrinkDocument(document, steps, typesTheLetter, {});
+    EXPECT_TRUE(isWellFormedXml(shrunk)) << shrunk;
+    EXPECT_LT(shrunk.length() + 100, document.length()) << shrunk;
+    EXPECT_GT(replays, 0);
+    EXPECT_TRUE(typesTheLetter(runSession(shrunk, steps, {})));
+}
+
 } // namespace
