@@ -23,7 +23,7 @@ class Probe : public EditableXmlBuffer {
 public:
     explicit Probe(Core::String text)
     {
-        content = std::move(text);
+        replaceContent(std::move(text));
         rootElement = "fo:root";
     }
     using EditableXmlBuffer::getCurrentElementPosition;

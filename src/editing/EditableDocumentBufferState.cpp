@@ -42,7 +42,7 @@ EditableDocumentBufferState &EditableDocumentBufferState::operator=(const Editab
 
 void EditableDocumentBufferState::restorePreviousState()
 {
-    buffer->content = content;
+    buffer->replaceContent(content);
     buffer->caret = caret;
     buffer->selectionPivot = selectionPivot;
     buffer->actionStack.rollBackTo(history);

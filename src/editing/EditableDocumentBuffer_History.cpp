@@ -72,7 +72,7 @@ void EditableDocumentBuffer::executeAction(EditAction action)
         notifyBufferChanged();
         break;
     case EditAction::SetContent:
-        content = action.getString();
+        replaceContent(action.getString());
         moveCaretHome(false);
         notifyBufferChanged();
         break;
@@ -101,7 +101,7 @@ void EditableDocumentBuffer::insertXmlTextAtPosition(int position, Core::String 
 {
     if (position < 0 || position > content.length())
         return;
-    content.insert(position, text);
+    spliceContent(position, 0, text);
     int const length = text.length();
     int const newCaret = caret >= position ? caret + length : caret;
     int const newPivot = selectionPivot >= position ? selectionPivot + length : selectionPivot;
@@ -122,7 +122,7 @@ Core::String EditableDocumentBuffer::deleteXmlText(int first, int last)
     if (first < 0 || last < first || last >= content.length())
         return Core::String();
     Core::String erased = content.subString(first, last);
-    content.erase(first, last - first + 1);
+    spliceContent(first, last - first + 1, Core::String());
     auto adjust = [first, last](int value) {
         if (value <= first)
             return value;

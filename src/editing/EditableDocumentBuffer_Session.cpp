@@ -17,9 +17,10 @@ void EditableDocumentBuffer::setContent(Core::String const &text, bool clearHist
     endKeyTypingSequence();
     if (!clearHistory)
         addAction(EditAction(EditAction::SetContent, -1, -1, -1, content));
-    content = text;
-    if (content.find("\r\n") != -1)
-        content.replaceAll("\r\n", "\n");
+    if (text.find("\r\n") != -1)
+        replaceContent(text.replaced("\r\n", "\n"));
+    else
+        replaceContent(text);
     moveCaretHome(false);
     refreshTableCacheAfterLoad();
     notifyBufferChanged();

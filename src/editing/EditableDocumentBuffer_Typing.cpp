@@ -270,7 +270,7 @@ bool EditableDocumentBuffer::makeBlockBesideTable(int &position, Core::String co
     constexpr int insideBlock = 10; // behind "<fo:block>"
     int oldCaret = caret;
     int oldPivot = selectionPivot;
-    content.insert(position, block);
+    spliceContent(position, 0, block);
     addAction(EditAction(EditAction::InsertText, position, oldCaret, oldPivot, block));
     if (caret == position) {
         caret = position + insideBlock;
@@ -300,7 +300,7 @@ void EditableDocumentBuffer::dropPlaceholderBesideLineBreak(int &position)
     Core::String removed = content.substr(at, length);
     // Erased directly: the caret field keeps its old value, which is what the mark
     // below must record for undo.
-    content.erase(at, length);
+    spliceContent(at, length, Core::String());
     addCaretMark();
     addAction(EditAction(EditAction::DeleteText, at, caret, selectionPivot, removed));
     if (!follows) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "markup/StructureMemo.h"
 #include "markup/XmlElementType.h"
 #include "support/Object.h"
 #include "support/String.h"
@@ -14,8 +15,9 @@ class BufferAlg;
 }
 
 // The document as one flat string of markup, and the scanners that read structure
-// from it by position. There is no tree and no index: every question walks the string
-// from a position, so an edit is nothing but a splice.
+// from it by position. There is no tree: every question walks the string from a
+// position, so an edit is nothing but a splice. The walks up to ancestors remember
+// what they found (StructureMemo), and every splice carries those answers along.
 //
 // Positions are code-unit indexes; a position is valid when 0 <= p < length, and -1
 // means "none". No query throws: bad positions and malformed markup give -1, false,
@@ -33,6 +35,7 @@ class BufferAlg;
 //   EditableXmlBuffer_NativeText.cpp  escaping, character data, well-formed fragments
 //   EditableXmlBuffer_Placeholders.cpp the non-breaking-space placeholder
 //   EditableXmlBuffer_Namespaces.cpp  namespace declarations
+//   EditableXmlBuffer_Content.cpp     the two writes of the string, which keep the memo
 class EditableXmlBuffer : public Core::Object {
     // Classes that work on a document from outside, through its protected scanners.
     friend class BufferAlgorithms::BufferAlg;
@@ -63,6 +66,16 @@ public:
     bool isInElementContext(Core::String name, int position) const;
 
 protected:
+    // ---- The writes of the string (EditableXmlBuffer_Content.cpp) ----
+    // Replaces `removeCount` units at `position` by `inserted`; the remembered walks
+    // move along with the text. The range must lie inside the string.
+    void spliceContent(int position, int removeCount, Core::String const &inserted);
+    // Replaces the whole string and forgets every remembered walk.
+    void replaceContent(Core::String text);
+    // For tests: whether every remembered answer, and the answers at `position`, are
+    // the ones a fresh walk of the string gives.
+    bool rememberedWalksAgreeWithString(int position) const;
+
     // ---- What stands at a position (EditableXmlBuffer_Tags.cpp) ----
     bool isOnInvalidPosition(int position) const noexcept { return !content.isValidIndex(position); }
     static bool isOnInvalidPosition(int position, Core::String const &text) noexcept
@@ -224,6 +237,16 @@ protected:
     static Core::String namespaceSetToString(NamespaceSet namespaces);
 
 private:
+    // The walk of getCurrentElementPosition; with `remember` it uses and fills the memo.
+    int walkToCurrentElement(int position, bool remember) const;
+    bool isStartTagAt(int position) const;
+    void rememberClosingTag(int start, int closing) const;
+    // Whether `position`, behind the start tag `element`, comes no later than the
+    // element's closing tag; found by walking up from `position`.
+    bool isNotPastClosingTagOf(int element, int position) const;
+    // Whether a splice of `removeCount` units at `position` by `inserted` is plain text
+    // that can make or break no tag, comment, CDATA section, entity or quote.
+    bool spliceIsNeutral(int position, int removeCount, Core::String const &inserted) const;
     static int stepOverMarkup(int position, Core::String const &text);
     static int staticCurrentElement(int position, Core::String const &text, bool stopAtZero);
     int searchAncestors(Core::String const *names, std::size_t count, int position, bool outermost,
@@ -239,6 +262,12 @@ private:
     bool closingTagFollowsSpaceAt(int from, bool plainSpaceOnly) const;
 
 protected:
-    Core::String content;     // the whole document, UTF-16 code units
+    // The whole document, UTF-16 code units. Every write goes through spliceContent or
+    // replaceContent, which keep `structureMemo` true to it; a direct write would leave
+    // the remembered walks answering for a string that is gone.
+    Core::String content;
     Core::String rootElement; // qualified name of the root, given by the host
+
+private:
+    mutable StructureMemo structureMemo; // answers of walks, filled by the const queries
 };

@@ -13,9 +13,37 @@
 
 #include "markup/EditableXmlBuffer.h"
 
+#include <algorithm>
+
 int EditableXmlBuffer::getCurrentElementPosition(int position) const
 {
+    const int known = structureMemo.parentOf(position);
+    return known != StructureMemo::Unknown ? known : walkToCurrentElement(position, true);
+}
+
+bool EditableXmlBuffer::isStartTagAt(int position) const
+{
+    return onTagStartPosition(position) && content[position + 1] != u'/' &&
+           !ignoredElementAtPosition(position);
+}
+
+// Back from `position`, counting closing tags up and start tags down. Every start tag
+// met at depth 0 after its closing tag, and every self-closing tag met at depth 0, is a
+// sibling of `position`: from there on the walk is the walk from that tag, so they all
+// share the answer. With `remember` the walk stops at a sibling whose answer is known,
+// and afterwards remembers the answer for every sibling it crossed.
+//
+// What a sibling's answer was read from: the string from the answer to the sibling,
+// and the ends of the tags the walk tested for "/>" on the way, which on broken quotes
+// can lie ahead (`reach`).
+int EditableXmlBuffer::walkToCurrentElement(int position, bool remember) const
+{
+    std::vector<StructureMemo::Entry> crossed; // the siblings, `high` first holding the reach after them
+    if (remember && isStartTagAt(position))
+        crossed.push_back({position, -1, -1, -1});
     int depth = 0;
+    int reach = -1;
+    int answer = -1;
     for (int t = getPreviousTagPosition(position); t >= 0; t = getPreviousTagPosition(t)) {
         if (ignoredElementAtPosition(t))
             continue;
@@ -23,13 +51,40 @@ int EditableXmlBuffer::getCurrentElementPosition(int position) const
             ++depth;
             continue;
         }
-        if (selfClosingTagAtPosition(t))
+        const int end = findTagEnd(t, content);
+        reach = std::max(reach, end);
+        const bool selfClosing = end > 0 && content[end - 1] == u'/';
+        if (!selfClosing) {
+            if (depth == 0) {
+                answer = t;
+                break;
+            }
+            if (--depth > 0)
+                continue;
+        } else if (depth > 0) {
             continue;
-        if (depth == 0)
-            return t;
-        --depth;
+        }
+        if (!remember)
+            continue;
+        if (!crossed.empty())
+            crossed.back().high = reach;
+        reach = -1;
+        if (StructureMemo::Entry const *known = structureMemo.findParent(t)) {
+            answer = known->value;
+            reach = known->high;
+            break;
+        }
+        crossed.push_back({t, -1, -1, -1});
     }
-    return -1;
+    if (crossed.empty())
+        return answer;
+    crossed.back().high = std::max(crossed.back().high, reach);
+    for (std::size_t i = crossed.size(); i-- > 0;) {
+        reach = std::max(reach, crossed[i].high);
+        crossed[i] = {crossed[i].key, answer, answer, std::max(crossed[i].key, reach)};
+    }
+    structureMemo.rememberParents(crossed);
+    return answer;
 }
 
 // The walk of the static forms: their getPreviousTagPosition can stop on a comment's
@@ -193,8 +248,8 @@ bool EditableXmlBuffer::positionsAreInSameFlowTypes(int first, int second) const
 }
 
 // The gate for extending a selection: `second` must lie in the flow (or static content)
-// of `first`. `second` is tested by its number only, at the cost of one closing-tag
-// search, so a selection never leaves its flow.
+// of `first`, anywhere from behind the flow's "<" up to the "<" of its closing tag, so a
+// selection never leaves its flow.
 bool EditableXmlBuffer::positionsAreInTheSameFlowElement(int first, int second) const
 {
     int flow = searchParent("fo:flow", first);
@@ -202,5 +257,31 @@ bool EditableXmlBuffer::positionsAreInTheSameFlowElement(int first, int second) 
         flow = searchParent("fo:static-content", first);
     if (flow < 0)
         return false;
-    return flow < second && second <= getClosingTagForTagAtPosition(flow);
+    return flow < second && isNotPastClosingTagOf(flow, second);
+}
+
+// Searching forward for the closing tag of a flow costs the whole flow, and a deletion
+// asks after every splice of it. Walking up from `position` costs the walk to its
+// current element and a remembered hop per ancestor. On well-formed markup the answers
+// agree: the element is an ancestor of every position inside it, and of the "<" of its
+// closing tag. What the walk up does not see, a position inside the start tag or
+// inside the closing tag, is told apart first.
+bool EditableXmlBuffer::isNotPastClosingTagOf(int element, int position) const
+{
+    const int known = structureMemo.closingOf(element);
+    if (known != StructureMemo::Unknown)
+        return position <= known;
+    const int startTagEnd = findTagEnd(element, content);
+    if (startTagEnd < 0 || position <= startTagEnd)
+        return position <= getClosingTagForTagAtPosition(element);
+    int t = getCurrentElementPosition(position);
+    if (t == element) {
+        const int bracket = content.rFind(u'<', position - 1);
+        const bool insideClosingTag = bracket > startTagEnd && bracket > content.rFind(u'>', position - 1) &&
+                                      content[bracket + 1] == u'/';
+        return !insideClosingTag || getCurrentElementPosition(bracket) != element;
+    }
+    while (t > element)
+        t = getCurrentElementPosition(t);
+    return t == element;
 }

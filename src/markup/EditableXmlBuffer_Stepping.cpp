@@ -285,7 +285,25 @@ int EditableXmlBuffer::getPreviousTagNameAndPosition(int position, Core::String 
 
 int EditableXmlBuffer::getClosingTagForTagAtPosition(int position) const
 {
-    return getClosingTagForTagAtPosition(position, content);
+    const int known = structureMemo.closingOf(position);
+    if (known != StructureMemo::Unknown)
+        return known;
+    const int closing = getClosingTagForTagAtPosition(position, content);
+    if (closing > position)
+        rememberClosingTag(position, closing);
+    return closing;
+}
+
+// The search read the string from the start tag to the end of the closing tag, and the
+// name from the start tag, unless broken quotes made the name come from elsewhere; such
+// an answer is not kept.
+void EditableXmlBuffer::rememberClosingTag(int start, int closing) const
+{
+    const int end = findTagEnd(closing, content);
+    const int inside = getNextEditablePositionInXml(start, content);
+    if (end < 0 || staticCurrentElement(inside, content, true) != start)
+        return;
+    structureMemo.rememberClosing({start, closing, start, end});
 }
 
 // Only tags of the element's own name are counted. The name is taken as the current

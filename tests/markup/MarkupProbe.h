@@ -38,7 +38,7 @@ class MarkupProbe : public EditableXmlBuffer {
 public:
     explicit MarkupProbe(Core::String text, Core::String root = "fo:root")
     {
-        content = std::move(text);
+        replaceContent(std::move(text));
         rootElement = std::move(root);
     }
     explicit MarkupProbe(MarkedText const &marked, Core::String root = "fo:root")
@@ -128,9 +128,12 @@ public:
     using EditableXmlBuffer::positionsAreInTheSameFlowElement;
     using EditableXmlBuffer::positionsAreInTheSameStaticContent;
     using EditableXmlBuffer::processingInstructionTagAtPosition;
+    using EditableXmlBuffer::rememberedWalksAgreeWithString;
+    using EditableXmlBuffer::replaceContent;
     using EditableXmlBuffer::searchFirstParent;
     using EditableXmlBuffer::searchParent;
     using EditableXmlBuffer::selfClosingTagAtPosition;
+    using EditableXmlBuffer::spliceContent;
     using EditableXmlBuffer::stepForward;
     using EditableXmlBuffer::stringArrayToReverseTagString;
     using EditableXmlBuffer::stringArrayToTagString;
