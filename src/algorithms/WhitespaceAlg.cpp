@@ -50,9 +50,7 @@ PropertyCollection WhitespaceAlg::getWhitespaceProperties(int elementPosition)
                     gathered.addProperty(EditableProperty(name, value), false); // a nearer definition stays
             }
         }
-        if (d.isPageTextContainer(t))
-            break; // no editable element encloses a flow or a static content
-        int parent = d.parentElementOf(t);
+        int parent = d.getCurrentElementPosition(t); // a remembered hop per ancestor
         t = parent < t ? parent : -1;
     }
     return gathered;

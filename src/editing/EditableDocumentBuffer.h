@@ -223,11 +223,12 @@ protected:
     int positionBeforeElementEnd(int element);
     int firstStopInside(int element);
 
-    // ---- Ancestry remembered for one caret operation (EditableDocumentBuffer_CaretMemo.cpp) ----
-    // A caret operation asks the same questions about the elements around positions
-    // many times, and each answer walks the string back. While such an operation runs
-    // the string cannot change, so a WalkScope keeps the answers until it ends. Without
-    // an open scope the same functions simply walk.
+    // ---- Current elements remembered for one caret operation (EditableDocumentBuffer_CaretMemo.cpp) ----
+    // A stepping walk knows the current element of each position it reaches from the
+    // atom it crossed. While a caret operation runs the string cannot change, so a
+    // WalkScope keeps those answers until it ends. Without an open scope the same
+    // functions simply walk; walks up through ancestors are remembered by the markup
+    // layer across operations.
     class WalkMemo;
     class WalkScope {
     public:
@@ -244,13 +245,10 @@ protected:
     int currentElementOf(int position);
     // A walk that knows the current element of a position tells the memo.
     void noteCurrentElement(int position, int element);
-    void noteParent(int element, int parent);
     // The current element of the start tag at `element`: its parent.
     int parentElementOf(int element);
     // The nearest of `element` and its ancestors called `name`; with `belowRoot` the walk
-    // gives -1 at the root, otherwise the root itself is tested last. The walk ends at a
-    // flow or a static content, which encloses none of the names asked for.
-    bool isPageTextContainer(int element) const;
+    // gives -1 at the root, otherwise the root itself is tested last.
     int ancestorNamed(int element, Core::String const &name, bool belowRoot);
     // The current element of `to`, one atom after `from` whose current element is
     // `fromElement`, worked out from the atom crossed; and of `to`, one atom before a
@@ -550,12 +548,47 @@ public:
     // "fo:layout-master-set") protects the document: object "document", protection
     // enforced, editing not allowed.
     bool documentIsProtectedFromEditing();
+
+    // Page sequences and page masters in the string
+    // (EditableDocumentBuffer_PageSequences.cpp, EditableDocumentBuffer_PageMasters.cpp).
+    // A page sequence is any of "fo:page-sequence", "ot:insert-document" and
+    // "otd:page-sequence-repeat"; an index counts all three in document order, from 0.
+    // The index of the last sequence that starts at or before `position`; -1 before
+    // the first one and outside the root.
+    int getPageSequenceIdxFromPos(int position) const;
+    int getCurrentPageSequenceIdx() const;
+    // The markup of the "fo:simple-page-master" called `name`; empty when none is.
+    Core::String getSimplePageMaster(Core::String name) const;
+    // The region-name of that master's "fo:region-body"; empty when absent.
+    Core::String getRegionBodyNameForPageMaster(Core::String name) const;
     // -- end of Objects public --
 protected:
     // The value of a property such as "fo:flow-name" on the tag at `tagPosition`, as
     // stored (entities kept): written plain in an element of the property's namespace,
     // or qualified. Empty when absent.
     Core::String getTagPropertyValue(int tagPosition, Core::String const &propertyName) const;
+
+    // The first page sequence after `position` (one at `position` is passed); -1 for none.
+    int getNextPageSeq(int position) const;
+    // The sequence with that index, counted from the start of the document; -1 for none.
+    int getPageSequencePosition(int index) const;
+    // The "fo:page-sequence" around `position`, else the "otd:page-sequence-repeat".
+    int getPageSeqPosFrom(int position) const;
+    // The first "fo:flow" inside the sequence with that index; -1 when it has none.
+    int getFirstFlowPositionInPageSequence(int index);
+    // The master called `name`. Masters stand in front of the page sequences, so the
+    // search ends at the first sequence.
+    int getSimplePageMasterPosition(Core::String name) const;
+    // The first of the master's side regions (before, after, start, end) in markup
+    // order; -1 when it has none.
+    int getFirstPageRegionFromMaster(int master) const;
+    // The region-name of that region of the master called `name`; empty when absent.
+    Core::String getFirstPageRegionNameFromMaster(Core::String name) const;
+    bool isNonBodyRegionAtPos(int position) const;
+    // The first caret stop in a "fo:static-content" child of `sequence` that flows
+    // into `regionName`, or -1. `walkedTo` comes back as the last closing tag the
+    // walk over the children passed, where a search for the next sequence goes on.
+    int firstStopInRegionOfSequence(int sequence, Core::String const &regionName, int &walkedTo);
     // -- end of Objects protected --
 
     // ==== Lists: the hand-overs to the list operations ====

@@ -1,13 +1,11 @@
-// Ancestry remembered for the length of one caret operation.
+// Current elements remembered for the length of one caret operation.
 //
-// Finding the element around a position walks the string back tag by tag; finding its
-// parent walks back over all the siblings before it, which for a paragraph of a long
-// flow is most of the flow. A caret press asks about the same few elements again and
-// again (is this in a flow, in a table, in a list label, which white-space properties
-// hold), so the answers are kept while the operation runs. The string cannot change
-// meanwhile: caret operations only move the caret. A walk that steps atom by atom also
-// knows the current element of each position it reaches from the atom it crossed, and
-// tells the memo, so stepping needs no walk back at all.
+// A caret walk that steps atom by atom knows the current element of each position it
+// reaches from the atom it crossed (entering a start tag, leaving at a closing tag), and
+// tells the memo, so stepping needs no walk back at all. The string cannot change while
+// the operation runs: caret operations only move the caret. Walks up through ancestors
+// need no memo of their own here: getCurrentElementPosition remembers parents across
+// operations and edits (StructureMemo).
 
 #include "editing/EditableDocumentBuffer.h"
 
@@ -16,7 +14,6 @@
 class EditableDocumentBuffer::WalkMemo {
 public:
     std::unordered_map<int, int> currentElements; // position -> its current element
-    std::unordered_map<int, int> parents;         // start tag -> the element around it
 };
 
 EditableDocumentBuffer::WalkScope::WalkScope(EditableDocumentBuffer &owner) : buffer(owner)
@@ -53,35 +50,13 @@ void EditableDocumentBuffer::noteCurrentElement(int position, int element)
         walkMemo->currentElements.emplace(position, element);
 }
 
-void EditableDocumentBuffer::noteParent(int element, int parent)
-{
-    if (walkMemo != nullptr && element >= 0)
-        walkMemo->parents.emplace(element, parent);
-}
-
 int EditableDocumentBuffer::parentElementOf(int element)
 {
-    if (element < 0)
-        return -1;
-    if (walkMemo == nullptr)
-        return getCurrentElementPosition(element);
-    auto known = walkMemo->parents.find(element);
-    if (known != walkMemo->parents.end())
-        return known->second;
-    int parent = getCurrentElementPosition(element);
-    walkMemo->parents.emplace(element, parent);
-    return parent;
+    return element < 0 ? -1 : getCurrentElementPosition(element);
 }
 
-// Flows and static contents hold the text of the pages, and none of the elements the
-// caret asks about (a table, a row group, a list label, template logic, a block) ever
-// encloses one. So a walk up stops at a flow or a static content: above it lie only
-// the page sequences, whose walk back would cross all the sequences before.
-bool EditableDocumentBuffer::isPageTextContainer(int element) const
-{
-    return tagNameEquals(element, "fo:flow") || tagNameEquals(element, "fo:static-content");
-}
-
+// The walk goes on above a flow: a remembered parent is one hop, so there is no need to
+// stop early, and the answers are those of searchParent.
 int EditableDocumentBuffer::ancestorNamed(int element, Core::String const &name, bool belowRoot)
 {
     for (int t = element; t >= 0;) {
@@ -90,7 +65,7 @@ int EditableDocumentBuffer::ancestorNamed(int element, Core::String const &name,
             return -1;
         if (tagNameEquals(t, name))
             return t;
-        if (isRoot || isPageTextContainer(t))
+        if (isRoot)
             return -1;
         int parent = parentElementOf(t);
         t = parent < t ? parent : -1;
@@ -135,10 +110,8 @@ int EditableDocumentBuffer::currentElementAfterStep(int from, int fromElement, i
     if (onTagStartPosition(from) && !ignoredElementAtPosition(from)) {
         if (content[from + 1] == u'/')
             element = parentElementOf(fromElement);
-        else if (!selfClosingTagAtPosition(from)) {
+        else if (!selfClosingTagAtPosition(from))
             element = from;
-            noteParent(from, fromElement);
-        }
     }
     noteCurrentElement(to, element);
     return element;
@@ -150,12 +123,10 @@ int EditableDocumentBuffer::currentElementBeforeStep(int fromElement, int to)
 {
     int element = fromElement;
     if (onTagStartPosition(to) && !ignoredElementAtPosition(to)) {
-        if (content[to + 1] == u'/') {
+        if (content[to + 1] == u'/')
             element = currentElementOf(to);
-            noteParent(element, fromElement);
-        } else if (!selfClosingTagAtPosition(to)) {
+        else if (!selfClosingTagAtPosition(to))
             element = parentElementOf(fromElement);
-        }
     }
     noteCurrentElement(to, element);
     return element;

@@ -99,7 +99,6 @@ int EditableDocumentBuffer::getNextEditablePositionInFo(int position, bool wrap,
         if (tagNameIsOneOf(t, templateLogicStarts)) {
             int closing = getClosingTagForTagAtPosition(t);
             if (closing > t) {
-                noteParent(t, tElement);
                 tElement = t;
                 t = closing;
                 noteCurrentElement(t, tElement);
