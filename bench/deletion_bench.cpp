@@ -1,7 +1,7 @@
-// Delete, Backspace and Enter in the middle of documents of 64 KB, 1 MB and 8 MB.
-// Each iteration presses the key once and undoes it untimed, so the document keeps
-// its size. The press includes the whole transaction: the snapshot of document and
-// history, the walks, and the validation of the whole string that erase runs.
+// Delete, Backspace and Enter in the middle of documents of 64 KB, 1 MB and 8 MB, and
+// Delete on a selection of 30 KB. Each iteration presses the key once and undoes it
+// untimed, so the document keeps its size. The press includes the whole transaction: the snapshot of document
+// and history, the walks, and the validation of the whole string that erase runs.
 #include "editing/BreakType.h"
 #include "editing/EditableDocumentBuffer.h"
 #include "support/SmartPtr.h"
@@ -99,8 +99,31 @@ void BM_LineBreakInText(benchmark::State &state)
     pressAndUndo(state, 5, [](EditableDocumentBuffer &buffer) { buffer.insertBreak(LineBreak, false); });
 }
 
+// A selection of about 30 KB of paragraphs from a quarter into the document: a deletion
+// splices once per element it meets, and each splice must not cost the whole flow.
+void BM_DeleteSelection(benchmark::State &state)
+{
+    SmartPtr<EditableDocumentBuffer> buffer = loadDocument(static_cast<int>(state.range(0)));
+    Core::String const content = buffer->getContent();
+    auto textOfParagraphFrom = [&content](int from) {
+        return content.find('>', content.find("<fo:block color", from)) + 6;
+    };
+    int const start = textOfParagraphFrom(content.length() / 4);
+    int const end = textOfParagraphFrom(start + 30 * 1024);
+    for (auto _ : state) {
+        buffer->setCaretPos(false, start);
+        buffer->setCaretPos(true, end);
+        buffer->erase(true, false);
+        state.PauseTiming();
+        buffer->undo();
+        state.ResumeTiming();
+    }
+    state.counters["selected_kb"] = static_cast<double>(end - start) / 1024.0;
+}
+
 } // namespace
 
+BENCHMARK(BM_DeleteSelection)->Arg(64 << 10)->Arg(1 << 20)->Arg(8 << 20)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_BackspaceInText)->Arg(64 << 10)->Arg(1 << 20)->Arg(8 << 20)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_DeleteInText)->Arg(64 << 10)->Arg(1 << 20)->Arg(8 << 20)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_BackspaceJoiningBlocks)
