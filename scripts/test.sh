@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Builds foedit and runs every test. With CI=true the build treats warnings as
 # errors, and a second build runs the tests again under AddressSanitizer and
-# UndefinedBehaviorSanitizer. Build folders: build/release and build/sanitize.
+# UndefinedBehaviorSanitizer, and a third build with clang compiles everything (the
+# libFuzzer targets included) with warnings as errors, so both compilers stay clean.
+# Build folders: build/release, build/sanitize and build/clang.
 #
 #   FOEDIT_JOBS    parallel build and test jobs (default: number of cores)
 #   FOEDIT_SLOW    set to 1 to run the suites labelled "slow" in full under the
@@ -39,4 +41,10 @@ if [[ $ci == true ]]; then
     [[ ${FOEDIT_SLOW:-0} == 1 ]] || sanitize_ctest=(-LE slow)
     build_and_test sanitize "${sanitize_ctest[@]}" -- \
         -DCMAKE_BUILD_TYPE=Debug -DFOEDIT_SANITIZE=ON -DFOEDIT_WERROR=ON -DFOEDIT_BUILD_BENCH=OFF
+fi
+
+if [[ $ci == true ]]; then
+    CXX=clang++ cmake -S "$root" -B "$root/build/clang" -G Ninja \
+        -DCMAKE_BUILD_TYPE=Debug -DFOEDIT_WERROR=ON -DFOEDIT_BUILD_FUZZ=ON >/dev/null
+    cmake --build "$root/build/clang" -j "$jobs"
 fi
