@@ -194,6 +194,8 @@ Core::String ListEditing::createNewItemBody(int position)
         if (doc.tagNameEquals(e, kBlock)) {
             PropertyCollection properties = doc.getProperties(kBlock, e);
             properties.removeNonFormattingProperties();
+            // Properties read as "fo:color" go back on an fo element plain, as "color".
+            properties.removeNamespaceForPropertiesWith("fo");
             Core::String attributes = properties.getPropertiesString();
             reopened.prepend("<fo:block" + (attributes.empty() ? attributes : " " + attributes) + ">");
         } else {
