@@ -194,8 +194,9 @@ Core::String ListEditing::createNewItemBody(int position)
         if (doc.tagNameEquals(e, kBlock)) {
             PropertyCollection properties = doc.getProperties(kBlock, e);
             properties.removeNonFormattingProperties();
-            // Properties read as "fo:color" go back on an fo element plain, as "color".
-            properties.removeNamespaceForPropertiesWith("fo");
+            // The paragraph's formatting is written back as it was read, qualified
+            // ("fo:color"): stored documents and hosts rely on that spelling, unlike the
+            // paragraph split outside lists, which writes the attributes plain.
             Core::String attributes = properties.getPropertiesString();
             reopened.prepend("<fo:block" + (attributes.empty() ? attributes : " " + attributes) + ">");
         } else {
