@@ -40,8 +40,16 @@ void EditableDocumentBuffer::breakInList()
 // walk goes on at the first caret stop behind the list, or at the last one in front of
 // that when the document ends there:
 //     <fo:list-block>...^...</fo:list-block><fo:block>..|..</fo:block>
+//
+// The list's deletion leaves the caret where the selection now begins. A start inside
+// the list was counted before that deletion, and points too far, into markup, when an
+// emptied inline or other tags in front of it went:
+//     <fo:block><fo:inline>^x|</fo:inline>Ta</fo:block>  ->  <fo:block>Ta</fo:b|lock>
+// so such a start follows the caret back.
 void EditableDocumentBuffer::eraseListPartOfSelection(SelectionWalk &walk)
 {
+    int list = searchParent("fo:list-block", walk.cur, false, true, "");
+    bool startInList = list != -1 && walk.start >= list;
     int behind = ListEditing(*this).eraseListSelection(walk.cur, walk.end);
     int next = getNextEditablePositionInFo(behind, false, false);
     if (next == -1)
@@ -52,4 +60,6 @@ void EditableDocumentBuffer::eraseListPartOfSelection(SelectionWalk &walk)
     else
         walk.end = next;
     walk.listHandled = false;
+    if (startInList && caret >= 0 && caret < walk.start)
+        walk.start = caret;
 }

@@ -91,7 +91,7 @@ const char *const listTail = "</fo:list-item-body></fo:list-item></fo:list-block
 // <fo:block>|Table</fo:block>; in the list it leaves
 //     <fo:block>Table</fo:b|lock>
 // and the next key types into the closing tag, which no check refuses.
-TEST(EngineFaultTest, DISABLED_BackspaceOnAnInlinesWholeContentInAListItemLeavesNoCaretInATag)
+TEST(EngineFaultTest, BackspaceOnAnInlinesWholeContentInAListItemLeavesNoCaretInATag)
 {
     const std::string body =
         std::string(listHead) + "<fo:block><fo:inline>^x|</fo:inline>Table</fo:block>" + listTail;
@@ -102,7 +102,7 @@ TEST(EngineFaultTest, DISABLED_BackspaceOnAnInlinesWholeContentInAListItemLeaves
 // indentation stands before the closing tags. Delete leaves
 //     <fo:block>&|#x00A0;~</fo:block>
 // with the caret one unit inside the placeholder.
-TEST(EngineFaultTest, DISABLED_DeletingFromAListItemToIndentedBlocksLeavesNoCaretInAPlaceholder)
+TEST(EngineFaultTest, DeletingFromAListItemToIndentedBlocksLeavesNoCaretInAPlaceholder)
 {
     const std::string body = std::string(listHead) + "<fo:block>;^Title</fo:block>" + listTail +
                              "<fo:block>\nIn this.\n</fo:block><fo:block>\nAccording.\n|</fo:block>";

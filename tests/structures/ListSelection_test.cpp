@@ -95,3 +95,20 @@ TEST(ListSelectionTest, AWholeListSelectedLeavesTheCaretOnAStopOfTheDocument)
     ASSERT_TRUE(caret > 0 && caret < content.length());
     EXPECT_LT(content.rFind(u'<', caret - 1), content.rFind(u'>', caret - 1)) << "caret inside a tag";
 }
+
+TEST(ListSelectionTest, AStartInAnItemFollowsWhatTheDeletionRemovedInFrontOfIt)
+{
+    // The selection is an inline's whole content: the emptied inline goes, and the caret
+    // stays in front of the text, not where the inline's tags used to end.
+    std::string const inlineContent = numberedList({"<fo:inline>^x|</fo:inline>Table"});
+    expectErase(
+        inlineContent, [](EditableDocumentBuffer &b) { b.erase(false, false); }, numberedList({"|Table"}));
+    expectErase(
+        inlineContent, [](EditableDocumentBuffer &b) { b.erase(true, false); }, numberedList({"|Table"}));
+    // From an item to the end of an indented block behind the list: the blocks behind
+    // empty, and the caret stays where the selection began.
+    expectErase(
+        numberedList({";^Title"}) + "<fo:block>\nIn this.\n</fo:block><fo:block>\nAccording.\n|</fo:block>",
+        [](EditableDocumentBuffer &b) { b.erase(true, false); },
+        numberedList({";|"}) + "<fo:block>&#x00A0;\n</fo:block>");
+}
