@@ -399,10 +399,13 @@ void DeleteBackwardsSteps::cutAtomKeepingSpaces(int &position, int previous, Pha
     bool const before = isRenderedPlainSpace(v, rules.of(beforeElement));
     if (before) {
         start = v;
+        // A step back over a comment or CDATA section crosses the tag in front of it
+        // too, and may leave the element: the cut then must not follow it out.
         int const atomBeforeV = doc.getPreviousEditablePositionInXml(v);
         int x = atomBeforeV;
         doc.skipSpacesBackwards(x, false);
-        if (!doc.isOnInvalidPosition(x) && x != atomBeforeV)
+        if (!doc.isOnInvalidPosition(x) && x != atomBeforeV &&
+            doc.getCurrentElementPosition(atomBeforeV) == beforeElement)
             start = x;
     }
 

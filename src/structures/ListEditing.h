@@ -135,6 +135,7 @@ private:
     void deleteInItem(ErasePlace const &place, bool wholeWord);
     void joinNextItem(ErasePlace const &place, int end, int nextItem);
     void takeInBlockBehindList(ErasePlace const &place, int end);
+    int outermostStartInside(int block, int position) const;
 
     // Phases of eraseListSelection.
     struct SelectionEnd {

@@ -158,6 +158,18 @@ void ListEditing::joinNextItem(ErasePlace const &place, int end, int nextItem)
         recalculateNumbering(place.at.item);
 }
 
+// When the block's first stop lies inside an inline (or a nested block), the cut must
+// end in front of that element's start tag, not behind it: cutting the start tag alone
+// would leave its closing tag without a partner.
+int ListEditing::outermostStartInside(int block, int position) const
+{
+    int start = position;
+    for (int e = doc.getCurrentElementPosition(position); e != -1 && e > block;
+         e = doc.getCurrentElementPosition(e))
+        start = e;
+    return start;
+}
+
 // At the end of the last item, a block right behind the list gives its text to the
 // item; the list's closing tags move behind that text.
 void ListEditing::takeInBlockBehindList(ErasePlace const &place, int end)
@@ -173,6 +185,7 @@ void ListEditing::takeInBlockBehindList(ErasePlace const &place, int end)
     int wFirst = doc.getNextEditablePositionInFo(w, false, false);
     if (wEnd == -1 || wFirst == -1 || wFirst >= wEnd)
         return;
+    wFirst = outermostStartInside(w, wFirst);
     Core::String tags = doc.stringArrayToReverseTagString(
         doc.getClosingTagsBetweenPositions(place.at.list, doc.getNextEditablePositionInXml(end)));
     doc.addCaretMark();

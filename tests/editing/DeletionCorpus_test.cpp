@@ -79,7 +79,9 @@ protected:
         bool const wellFormed = parses(original);
         if (buffer->getCaretPos() < 0)
             GTEST_SKIP() << "no caret stop in this document";
-        std::mt19937 random(static_cast<unsigned>(std::hash<std::string>{}(GetParam())) +
+        // Seeded by the file's name, not its path, so every checkout plays the same presses.
+        std::string const name = std::filesystem::path(GetParam()).filename().string();
+        std::mt19937 random(static_cast<unsigned>(std::hash<std::string>{}(name)) +
                             static_cast<unsigned>(key));
         for (int i = 0; i < kPresses; ++i) {
             wander(*buffer, random);

@@ -171,6 +171,15 @@ TEST(BackspaceTest, CommentBehindTheCaretGoesAndUndoBringsItBack)
     expectEdit("<fo:block>ab<!-- note -->|cd</fo:block>", pressBackspace, "<fo:block>ab|cd</fo:block>");
 }
 
+TEST(BackspaceTest, RenderedLineFeedBehindACDataSectionKeepsTheBlocksStartTag)
+{
+    // The step back over the CDATA section also crosses the start tag in front of it;
+    // the cut must stay inside the block all the same.
+    expectEdit("<fo:block>x</fo:block>\n<fo:block linefeed-treatment=\"preserve\">\n<![CDATA[<x>]]>\n\n|</fo:block>",
+               pressBackspace,
+               "<fo:block>x</fo:block>\n<fo:block linefeed-treatment=\"preserve\">\n<![CDATA[<x>]]>\u00A0|</fo:block>");
+}
+
 // ---- blocks merge ----
 
 TEST(DeleteTest, AtTheEndOfABlockTheNextBlockJoinsUnderThisBlocksStartTag)

@@ -87,6 +87,9 @@ TEST(ListDeleteTest, AtTheEndOfAnItemJoinsTheNextItem)
 TEST(ListDeleteTest, AtTheEndOfTheLastItemTakesInTheBlockBehindTheList)
 {
     expectPress(numberedList({"a", "b|"}, "<fo:block>c</fo:block>"), pressDelete, numberedList({"a", "b|c"}));
+    // A block that opens with an inline gives the inline whole, start tag and all.
+    expectPress(numberedList({"a", "b|"}, "<fo:block><fo:inline color=\"red\">c</fo:inline> d</fo:block>"),
+                pressDelete, numberedList({"a", "b|<fo:inline color=\"red\">c</fo:inline> d"}));
     // Nothing but the end of the block around the list: nothing happens.
     expectPress(numberedList({"a", "b|"}), pressDelete, numberedList({"a", "b|"}));
 }
