@@ -163,6 +163,7 @@ void EditableDocumentBuffer::repairEmptiedElement(SelectionWalk &walk)
         return;
     walk.cur += kEntityPlaceholderLength;
     walk.end += kEntityPlaceholderLength;
+    keepStartOutOfPlaceholder(walk);
     int element = getCurrentElementPosition(walk.cur);
     if (element == -1 || !isRemovableEmptyInline(element))
         return;
@@ -248,6 +249,21 @@ void EditableDocumentBuffer::cutWholeElement(SelectionWalk &walk, int behind)
         walk.cur += kEntityPlaceholderLength;
         walk.end += kEntityPlaceholderLength;
     }
+    keepStartOutOfPlaceholder(walk);
+}
+
+// An emptied element gets its placeholder at its first position. When white space
+// stood in front of what was cut, that is in front of the walk's start, which then
+// points into the placeholder, and the caret would end there. It moves in front of it:
+//     <fo:block> <fo:inline>^ab</fo:inline> </fo:block>...  ->  <fo:block>|&#x00A0;  </fo:block>...
+void EditableDocumentBuffer::keepStartOutOfPlaceholder(SelectionWalk &walk)
+{
+    if (walk.start <= 0)
+        return;
+    int placeholder = content.rFind(u'&', walk.start - 1);
+    if (placeholder != -1 && walk.start - placeholder < kEntityPlaceholderLength &&
+        content.matchesAt(placeholder, kEntityPlaceholder))
+        walk.start = placeholder;
 }
 
 // Moves `cur` to a place that can hold the caret; the walk is over when there is

@@ -99,6 +99,21 @@ TEST(SelectionDeletion, EmptiedElementsGetAPlaceholderOrGo)
         "fo:block>");
 }
 
+// White space in front of a wholly selected inline: the emptied block gets its
+// placeholder in front of where the selection began, and the caret stands before it,
+// not inside it, nor inside the tag that a merge then moves there.
+TEST(SelectionDeletion, AStartBehindWhiteSpaceStaysInFrontOfTheNewPlaceholder)
+{
+    expectDeletion("<fo:block>\n    <fo:inline color=\"green\">^Block 0:</fo:inline>\n  "
+                   "</fo:block><fo:block>b|</fo:block>",
+                   "<fo:block>|&#x00A0;\n    </fo:block>");
+    expectDeletion("<fo:block> <fo:inline>^ab</fo:inline> </fo:block><fo:block>c|d</fo:block>",
+                   "<fo:block>|d</fo:block>");
+    expectDeletion(
+        "<fo:block> <fo:inline>^ab</fo:inline> </fo:block><fo:block><fo:block>c|d</fo:block></fo:block>",
+        "<fo:block>|<fo:block>d</fo:block></fo:block>");
+}
+
 TEST(SelectionDeletion, TablesGoWholeOrKeepWhatReachesBeyond)
 {
     Core::String const table = cellTable;
