@@ -124,14 +124,15 @@ void deleteWrapperOf(xmlNode *node)
     }
 }
 
-// Deletes the wrappers of `root` and of everything below it. Iterative, so a deep
-// tree cannot exhaust the stack. Only elements are entered: an entity reference's
-// children belong to the entity's declaration.
-void deleteWrappersOfSubtree(xmlNode *root)
+// Calls `visit` on `root` and on everything below it, in document order. Iterative,
+// so a deep tree cannot exhaust the stack. Only elements are entered: an entity
+// reference's children belong to the entity's declaration. `visit` may change a
+// node but not the links of the tree.
+template <typename Visit> void visitSubtree(xmlNode *root, Visit visit)
 {
     xmlNode *current = root;
     for (;;) {
-        deleteWrapperOf(current);
+        visit(current);
         if (current->type == XML_ELEMENT_NODE && current->children) {
             current = current->children;
             continue;
@@ -142,6 +143,12 @@ void deleteWrappersOfSubtree(xmlNode *root)
             return;
         current = current->next;
     }
+}
+
+// Deletes the wrappers of `root` and of everything below it.
+void deleteWrappersOfSubtree(xmlNode *root)
+{
+    visitSubtree(root, deleteWrapperOf);
 }
 
 } // namespace
@@ -223,26 +230,16 @@ bool declaresPrefix(const xmlNode *node, const xmlChar *prefix)
 // Points every use of `from` inside `root` at `to`.
 void redirectNamespace(xmlNode *root, const xmlNs *from, xmlNs *to)
 {
-    xmlNode *current = root;
-    for (;;) {
-        if (current->type == XML_ELEMENT_NODE) {
-            if (current->ns == from)
-                current->ns = to;
-            for (xmlAttr *attribute = current->properties; attribute; attribute = attribute->next) {
-                if (attribute->ns == from)
-                    attribute->ns = to;
-            }
-            if (current->children) {
-                current = current->children;
-                continue;
-            }
-        }
-        while (current != root && !current->next)
-            current = current->parent;
-        if (current == root)
+    visitSubtree(root, [from, to](xmlNode *node) {
+        if (node->type != XML_ELEMENT_NODE)
             return;
-        current = current->next;
-    }
+        if (node->ns == from)
+            node->ns = to;
+        for (xmlAttr *attribute = node->properties; attribute; attribute = attribute->next) {
+            if (attribute->ns == from)
+                attribute->ns = to;
+        }
+    });
 }
 
 } // namespace
