@@ -13,6 +13,20 @@ namespace {
 const std::vector<Core::String> templateLogicStarts{"otd:xslt-global", "otd:xslt", "otd:inline-xslt"};
 const std::vector<Core::String> templateLogicEnds{"/otd:xslt-global", "/otd:xslt", "/otd:inline-xslt"};
 
+enum WalkDirection { Forward, Backward };
+
+// Steps from `t` with `step` for as long as `goOn(t)` holds. A step that does not move
+// on in its direction ends the walk with -1, so no markup can make it go round for ever.
+template <typename Step, typename GoOn> int stepWhile(int t, WalkDirection direction, Step step, GoOn goOn)
+{
+    while (t != -1 && goOn(t)) {
+        int const n = step(t);
+        bool const movedOn = direction == Forward ? n > t : (n != -1 && n < t);
+        t = movedOn ? n : -1;
+    }
+    return t;
+}
+
 } // namespace
 
 // The white-space rules in force in `element`. A walk takes fresh rules for each element
@@ -223,24 +237,18 @@ int EditableDocumentBuffer::getNextValidCaretPos(int position)
 {
     WalkScope scope(*this);
     BufferAlgorithms::WhitespaceAlg defaults(*this);
-    int t = getNextEditablePositionInFo(position, false, false);
-    while (t != -1 && defaults.isPositionSkipped(t)) {
-        int next = getNextEditablePositionInFo(t, false, false);
-        t = next > t ? next : -1;
-    }
-    return t;
+    auto next = [this](int t) { return getNextEditablePositionInFo(t, false, false); };
+    return stepWhile(next(position), Forward, next,
+                     [&defaults](int t) { return defaults.isPositionSkipped(t); });
 }
 
 int EditableDocumentBuffer::getPreviousValidCaretPos(int position)
 {
     WalkScope scope(*this);
     BufferAlgorithms::WhitespaceAlg defaults(*this);
-    int t = getPreviousEditablePositionInFo(position, false, false);
-    while (t != -1 && defaults.isPositionSkipped(t)) {
-        int previous = getPreviousEditablePositionInFo(t, false, false);
-        t = (previous != -1 && previous < t) ? previous : -1;
-    }
-    return t;
+    auto previous = [this](int t) { return getPreviousEditablePositionInFo(t, false, false); };
+    return stepWhile(previous(position), Backward, previous,
+                     [&defaults](int t) { return defaults.isPositionSkipped(t); });
 }
 
 int EditableDocumentBuffer::getNextPositionAdjustedToFoFlow(int position)
@@ -248,12 +256,8 @@ int EditableDocumentBuffer::getNextPositionAdjustedToFoFlow(int position)
     if (isOnInvalidPosition(position))
         return -1;
     WalkScope scope(*this);
-    int t = position;
-    while (t != -1 && !isInFlowAt(t)) {
-        int next = getNextEditablePositionInFo(t, false, false);
-        t = next > t ? next : -1;
-    }
-    return t;
+    auto next = [this](int t) { return getNextEditablePositionInFo(t, false, false); };
+    return stepWhile(position, Forward, next, [this](int t) { return !isInFlowAt(t); });
 }
 
 int EditableDocumentBuffer::getPreviousPositionAdjustedToFoFlow(int position, bool mergeInlineBoundaries)
@@ -261,10 +265,8 @@ int EditableDocumentBuffer::getPreviousPositionAdjustedToFoFlow(int position, bo
     if (isOnInvalidPosition(position))
         return -1;
     WalkScope scope(*this);
-    int t = position;
-    while (t != -1 && !isInFlowAt(t)) {
-        int previous = getPreviousEditablePositionInFo(t, false, mergeInlineBoundaries);
-        t = (previous != -1 && previous < t) ? previous : -1;
-    }
-    return t;
+    auto previous = [this, mergeInlineBoundaries](int t) {
+        return getPreviousEditablePositionInFo(t, false, mergeInlineBoundaries);
+    };
+    return stepWhile(position, Backward, previous, [this](int t) { return !isInFlowAt(t); });
 }

@@ -14,11 +14,7 @@ void EditableDocumentBuffer::moveCaretToFirstFoFlow()
     int t = getFirstEditablePositionInXml();
     if (t != -1)
         t = getNextEditablePositionInFo(t, false, false);
-    while (t != -1 && !isInFlowAt(t)) {
-        int next = getNextEditablePositionInFo(t, false, false);
-        t = next > t ? next : -1;
-    }
-    setCaret(false, t);
+    setCaret(false, getNextPositionAdjustedToFoFlow(t));
 }
 
 void EditableDocumentBuffer::resetCaretFromStaticContent()
