@@ -15,19 +15,7 @@ namespace {
 // inside a quoted attribute value does not end it.
 int endOfTag(Core::String const &markup, int tagStart)
 {
-    char16_t quote = 0;
-    for (int i = tagStart + 1; i < markup.length(); ++i) {
-        const char16_t c = markup[i];
-        if (quote) {
-            if (c == quote)
-                quote = 0;
-        } else if (c == u'"' || c == u'\'') {
-            quote = c;
-        } else if (c == u'>') {
-            return i;
-        }
-    }
-    return -1;
+    return EditableXmlBuffer::findTagEnd(tagStart + 1, markup);
 }
 
 bool isOpeningTag(Core::String const &markup, int position)

@@ -61,6 +61,9 @@ public:
     // Whether `position` lies inside markup (a start or a closing tag) rather than in
     // text, a comment, a CDATA section or a processing instruction.
     static bool isInsideStartTag(Core::String text, int position);
+    // The first ">" at or after `from` that is outside quotes, or -1. Public for the
+    // DOM sub-buffers, which cut stretches out of the same markup.
+    static int findTagEnd(int from, Core::String const &text) noexcept;
 
     // True when an ancestor of `position` is called `name`.
     bool isInElementContext(Core::String name, int position) const;
@@ -118,8 +121,6 @@ protected:
     // In-place helpers for hot loops: no substring is built.
     // True for the characters that end a tag name: white space, ">" and "/".
     static bool isNameTerminator(char16_t c) noexcept;
-    // The first ">" at or after `from` that is outside quotes, or -1.
-    static int findTagEnd(int from, Core::String const &text) noexcept;
     // The index that ends the name of the tag at `position` (scanning from position + 2),
     // or -1 when the string ends first, which makes the name empty.
     static int getTagNameEnd(int position, Core::String const &text) noexcept;
