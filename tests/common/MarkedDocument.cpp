@@ -8,17 +8,6 @@ namespace foedit::test {
 
 namespace {
 
-const char *const documentHead = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
-                                 "<fo:root xmlns:fo=\"http://www.w3.org/1999/XSL/Format\">"
-                                 "<fo:layout-master-set>"
-                                 "<fo:simple-page-master master-name=\"A4\">"
-                                 "<fo:region-body/>"
-                                 "</fo:simple-page-master>"
-                                 "</fo:layout-master-set>"
-                                 "<fo:page-sequence master-reference=\"A4\">"
-                                 "<fo:flow flow-name=\"xsl-region-body\">";
-const char *const documentTail = "</fo:flow></fo:page-sequence></fo:root>";
-
 // Reaches the protected caret fields without a cast: a pointer to a member named
 // through a derived class is a pointer to the base's member, usable on any buffer.
 struct CaretFields : EditableDocumentBuffer {
@@ -40,33 +29,6 @@ void placeMarkers(EditableDocumentBuffer &buffer, MarkedText const &marked)
 }
 
 } // namespace
-
-Core::String wrapInFlow(Core::String const &body)
-{
-    return Core::String(documentHead) + body + documentTail;
-}
-
-int flowBodyStart()
-{
-    return Core::String(documentHead).length();
-}
-
-void configureStandardHost(EditableDocumentBuffer &buffer)
-{
-    buffer.setRootElement("fo:root");
-    for (const char *name :
-         {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
-        buffer.addEditableElement(name);
-    for (const char *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-        buffer.addInlineEditableElement(name);
-}
-
-SmartPtr<EditableDocumentBuffer> makeStandardBuffer()
-{
-    SmartPtr<EditableDocumentBuffer> buffer(new EditableDocumentBuffer());
-    configureStandardHost(*buffer);
-    return buffer;
-}
 
 MarkedText parseMarked(Core::String const &marked)
 {

@@ -15,28 +15,13 @@
 
 #include "common/EditCheck.h"
 #include "common/RecordingMonitor.h"
+#include "common/StandardDocument.h"
 
 #include "editing/EditableDocumentBuffer.h"
 #include "support/SmartPtr.h"
 #include "support/String.h"
 
 namespace foedit::test {
-
-// The standard document around `body`: XML declaration, "fo:root" with the fo
-// namespace, a layout-master-set with one simple-page-master "A4" holding a
-// region-body, and one page-sequence whose one flow "xsl-region-body" holds `body`.
-// No line breaks or indentation, so positions are predictable.
-Core::String wrapInFlow(Core::String const &body);
-
-// The position of the first unit of `body` inside `wrapInFlow(body)`.
-int flowBodyStart();
-
-// Root "fo:root"; editable "fo:block", "fo:inline", "fo:wrapper", "fo:basic-link",
-// "fo:bidi-override", "ot:form"; inline "fo:inline", "fo:wrapper", "fo:basic-link",
-// "fo:bidi-override". Call before loading.
-void configureStandardHost(EditableDocumentBuffer &buffer);
-// A new buffer, configured as the standard host.
-SmartPtr<EditableDocumentBuffer> makeStandardBuffer();
 
 // Marked text taken apart: the text without markers, and where they stood (-1 when
 // absent; a lone `|` gives pivot == caret).
@@ -68,5 +53,23 @@ void placeCaretExactly(EditableDocumentBuffer &buffer, int caret, int pivot);
 Core::String markedFlow(EditableDocumentBuffer const &buffer);
 // The whole string with the markers.
 Core::String markedContent(EditableDocumentBuffer const &buffer);
+
+// A new standard-host buffer of class `Buffer` (see makeStandardBuffer) holding
+// `loadMarked(markedBody)`.
+template <typename Buffer = EditableDocumentBuffer>
+SmartPtr<Buffer> makeMarkedBuffer(Core::String const &markedBody)
+{
+    SmartPtr<Buffer> buffer = makeStandardBuffer<Buffer>();
+    loadMarked(*buffer, markedBody);
+    return buffer;
+}
+// The same for a whole document.
+template <typename Buffer = EditableDocumentBuffer>
+SmartPtr<Buffer> makeMarkedDocumentBuffer(Core::String const &markedDocument)
+{
+    SmartPtr<Buffer> buffer = makeStandardBuffer<Buffer>();
+    loadMarkedDocument(*buffer, markedDocument);
+    return buffer;
+}
 
 } // namespace foedit::test

@@ -41,19 +41,13 @@ using CaretAction = std::function<void(CaretProbe &)>;
 // A standard-host probe loaded with `wrapInFlow(markedBody)`.
 inline SmartPtr<CaretProbe> loadProbe(Core::String const &markedBody)
 {
-    SmartPtr<CaretProbe> probe(new CaretProbe());
-    configureStandardHost(*probe);
-    loadMarked(*probe, markedBody);
-    return probe;
+    return makeMarkedBuffer<CaretProbe>(markedBody);
 }
 
 // The same for a whole marked document.
 inline SmartPtr<CaretProbe> loadProbeDocument(Core::String const &markedDocument)
 {
-    SmartPtr<CaretProbe> probe(new CaretProbe());
-    configureStandardHost(*probe);
-    loadMarkedDocument(*probe, markedDocument);
-    return probe;
+    return makeMarkedDocumentBuffer<CaretProbe>(markedDocument);
 }
 
 // The marked flow after each of `presses` runs of `action` from `markedBody`.

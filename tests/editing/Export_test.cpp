@@ -24,9 +24,7 @@ public:
 
 SmartPtr<ExportProbe> makeProbe()
 {
-    SmartPtr<ExportProbe> probe(new ExportProbe());
-    foedit::test::configureStandardHost(*probe);
-    return probe;
+    return foedit::test::makeStandardBuffer<ExportProbe>();
 }
 
 Core::String plainTextOf(Core::String const &markedBody)

@@ -208,10 +208,8 @@ TEST(EditActionStackTest, NestedCheckpointsRollBackToTheirOwnPoint)
 
 // The buffer's history ------------------------------------------------------------------
 
-using foedit::test::configureStandardHost;
 using foedit::test::EditCheck;
 using foedit::test::expectEdit;
-using foedit::test::loadMarked;
 using foedit::test::markedFlow;
 
 namespace {
@@ -227,10 +225,7 @@ public:
 
 SmartPtr<HistoryProbe> loadProbe(Core::String const &markedBody)
 {
-    SmartPtr<HistoryProbe> probe(new HistoryProbe());
-    configureStandardHost(*probe);
-    loadMarked(*probe, markedBody);
-    return probe;
+    return foedit::test::makeMarkedBuffer<HistoryProbe>(markedBody);
 }
 
 // Positions in the flow body, counted from the body's first unit.

@@ -65,10 +65,7 @@ Core::String at(const char *stop, Core::String const &named = sequences)
 
 SmartPtr<PageProbe> load(Core::String const &marked)
 {
-    SmartPtr<PageProbe> probe(new PageProbe());
-    configureStandardHost(*probe);
-    loadMarkedDocument(*probe, marked);
-    return probe;
+    return makeMarkedDocumentBuffer<PageProbe>(marked);
 }
 
 // Runs `move` on `before`: the document must read `afterMove` and the move answer
@@ -213,8 +210,7 @@ Core::String withRegionNames(Core::String text)
 
 SmartPtr<PageProbe> loadText(Core::String const &text)
 {
-    SmartPtr<PageProbe> probe(new PageProbe());
-    configureStandardHost(*probe);
+    SmartPtr<PageProbe> probe = makeStandardBuffer<PageProbe>();
     probe->setContent(text, true);
     return probe;
 }

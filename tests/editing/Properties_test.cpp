@@ -6,7 +6,6 @@
 
 using foedit::test::EditCheck;
 using foedit::test::expectEdit;
-using foedit::test::loadMarked;
 using foedit::test::makeStandardBuffer;
 using foedit::test::wrapInFlow;
 
@@ -22,10 +21,7 @@ public:
 
 SmartPtr<PropertiesProbe> loadProbe(Core::String const &markedBody)
 {
-    SmartPtr<PropertiesProbe> probe(new PropertiesProbe());
-    foedit::test::configureStandardHost(*probe);
-    loadMarked(*probe, markedBody);
-    return probe;
+    return foedit::test::makeMarkedBuffer<PropertiesProbe>(markedBody);
 }
 
 PropertyCollection one(Core::String const &name, Core::String const &value)

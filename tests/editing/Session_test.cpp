@@ -13,9 +13,9 @@
 #include <string>
 #include <vector>
 
-using foedit::test::configureStandardHost;
 using foedit::test::loadMarked;
 using foedit::test::loadMarkedDocument;
+using foedit::test::makeStandardBuffer;
 using foedit::test::markedContent;
 using foedit::test::markedFlow;
 using foedit::test::RecordingMonitor;
@@ -35,9 +35,7 @@ public:
 
 SmartPtr<SessionProbe> makeProbe()
 {
-    SmartPtr<SessionProbe> probe(new SessionProbe());
-    configureStandardHost(*probe);
-    return probe;
+    return makeStandardBuffer<SessionProbe>();
 }
 
 // A page sequence with a header region and the flow; `head` and `body` may be marked.

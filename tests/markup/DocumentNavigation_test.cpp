@@ -22,10 +22,7 @@ public:
 
 SmartPtr<NavigationProbe> load(Core::String const &markedDocument)
 {
-    SmartPtr<NavigationProbe> buffer(new NavigationProbe());
-    configureStandardHost(*buffer);
-    loadMarkedDocument(*buffer, markedDocument);
-    return buffer;
+    return makeMarkedDocumentBuffer<NavigationProbe>(markedDocument);
 }
 
 class AlgProbe : public BufferAlgorithms::BufferAlg {

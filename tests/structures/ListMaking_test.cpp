@@ -15,7 +15,6 @@ using foedit::test::bulletedList;
 using foedit::test::EditCheck;
 using foedit::test::listItem;
 using foedit::test::listOf;
-using foedit::test::loadMarked;
 using foedit::test::numberedList;
 
 namespace {
@@ -29,10 +28,7 @@ void expectListEdit(std::string const &before, std::function<void(ListBuffer &)>
 
 SmartPtr<ListBuffer> loadList(std::string const &markedBody)
 {
-    SmartPtr<ListBuffer> buffer(new ListBuffer());
-    foedit::test::configureStandardHost(*buffer);
-    loadMarked(*buffer, markedBody.c_str());
-    return buffer;
+    return foedit::test::makeMarkedBuffer<ListBuffer>(markedBody);
 }
 
 } // namespace

@@ -12,7 +12,6 @@
 #include <string>
 
 using foedit::test::EditCheck;
-using foedit::test::loadMarked;
 using foedit::test::numberedList;
 
 namespace {
@@ -25,10 +24,7 @@ void expectErase(std::string const &before, EditCheck::Edit const &edit, std::st
 
 SmartPtr<ListBuffer> loadList(std::string const &markedBody)
 {
-    SmartPtr<ListBuffer> buffer(new ListBuffer());
-    foedit::test::configureStandardHost(*buffer);
-    loadMarked(*buffer, markedBody.c_str());
-    return buffer;
+    return foedit::test::makeMarkedBuffer<ListBuffer>(markedBody);
 }
 
 } // namespace
