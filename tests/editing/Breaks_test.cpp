@@ -1,6 +1,7 @@
 // Enter and the break commands, by the context of the caret. Documents are flow
 // bodies with `|` for the caret; every edit is also undone and redone (EditCheck).
 #include "common/EditCheck.h"
+#include "common/KeyPresses.h"
 #include "common/MarkedDocument.h"
 
 #include "editing/BreakType.h"
@@ -15,18 +16,10 @@ using foedit::test::expectEdit;
 using foedit::test::loadMarked;
 using foedit::test::makeStandardBuffer;
 using foedit::test::markedFlow;
+using foedit::test::pressEnter;
+using foedit::test::pressLineBreak;
 
 namespace {
-
-void pressEnter(EditableDocumentBuffer &buffer)
-{
-    buffer.insertBreak(ParagraphBreak, false);
-}
-
-void lineBreak(EditableDocumentBuffer &buffer)
-{
-    buffer.insertBreak(LineBreak, false);
-}
 
 std::string tableInBlock(std::string const &firstCell, std::string const &secondCell)
 {
@@ -42,25 +35,26 @@ std::string tableInBlock(std::string const &firstCell, std::string const &second
 
 TEST(LineBreakTest, EndOfALineGetsAPlaceholderBehindTheBreak)
 {
-    expectEdit("<fo:block>block|</fo:block>", lineBreak, "<fo:block>block<fo:block />|&#x00A0;</fo:block>");
+    expectEdit("<fo:block>block|</fo:block>", pressLineBreak,
+               "<fo:block>block<fo:block />|&#x00A0;</fo:block>");
 }
 
 // The placeholder between the two breaks stays, and the new last line gets its own.
 TEST(LineBreakTest, SecondBreakKeepsAPlaceholderOnEachLine)
 {
-    expectEdit("<fo:block>block<fo:block />|&#x00A0;</fo:block>", lineBreak,
+    expectEdit("<fo:block>block<fo:block />|&#x00A0;</fo:block>", pressLineBreak,
                "<fo:block>block<fo:block />&#x00A0;<fo:block />|&#x00A0;</fo:block>");
 }
 
 TEST(LineBreakTest, InAnEmptyBlockBothLinesHoldAPlaceholder)
 {
-    expectEdit("<fo:block>|&#x00A0;</fo:block>", lineBreak,
+    expectEdit("<fo:block>|&#x00A0;</fo:block>", pressLineBreak,
                "<fo:block>&#x00A0;<fo:block />|&#x00A0;</fo:block>");
 }
 
 TEST(LineBreakTest, InTheMiddleOfTextNeedsNoPlaceholder)
 {
-    expectEdit("<fo:block>ab|cd</fo:block>", lineBreak, "<fo:block>ab<fo:block />|cd</fo:block>");
+    expectEdit("<fo:block>ab|cd</fo:block>", pressLineBreak, "<fo:block>ab<fo:block />|cd</fo:block>");
 }
 
 // ---- paragraph breaks ----

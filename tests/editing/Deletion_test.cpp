@@ -1,6 +1,7 @@
 // Delete and Backspace at every kind of boundary. Documents are flow bodies with `|`
 // for the caret; every edit is also undone and redone (EditCheck).
 #include "common/EditCheck.h"
+#include "common/KeyPresses.h"
 #include "common/MarkedDocument.h"
 
 #include "editing/EditableDocumentBuffer.h"
@@ -17,23 +18,11 @@ using foedit::test::expectEdit;
 using foedit::test::loadMarked;
 using foedit::test::makeStandardBuffer;
 using foedit::test::markedFlow;
+using foedit::test::pressBackspace;
+using foedit::test::pressControlDelete;
+using foedit::test::pressDelete;
 
 namespace {
-
-void pressDelete(EditableDocumentBuffer &buffer)
-{
-    buffer.erase(true, false);
-}
-
-void pressBackspace(EditableDocumentBuffer &buffer)
-{
-    buffer.erase(false, false);
-}
-
-void pressControlDelete(EditableDocumentBuffer &buffer)
-{
-    buffer.erase(true, true);
-}
 
 std::string table(std::string const &cellText)
 {

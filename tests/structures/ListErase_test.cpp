@@ -2,6 +2,7 @@
 // deletions inside an item's text, joins at the edges of items, and the moves in and
 // out of a list from the blocks beside it. Every press is undone and redone.
 #include "common/EditCheck.h"
+#include "common/KeyPresses.h"
 #include "common/MarkedDocument.h"
 #include "structures/ListMarkup.h"
 
@@ -16,18 +17,10 @@ using foedit::test::listItem;
 using foedit::test::listOf;
 using foedit::test::numberedItems;
 using foedit::test::numberedList;
+using foedit::test::pressBackspace;
+using foedit::test::pressDelete;
 
 namespace {
-
-void pressDelete(EditableDocumentBuffer &buffer)
-{
-    buffer.erase(true, false);
-}
-
-void pressBackspace(EditableDocumentBuffer &buffer)
-{
-    buffer.erase(false, false);
-}
 
 void expectPress(std::string const &before, EditCheck::Edit const &press, std::string const &after)
 {
