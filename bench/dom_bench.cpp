@@ -2,27 +2,16 @@
 // the stretch, writing it back as one undo step, and the shorthand round over the
 // tree. The cost should follow the table's size, not the document's.
 
+#include "common/TableStretch.h"
+
 #include "dom/DOMBasedBuffer.h"
 #include "editing/EditableDocumentBuffer.h"
 
 #include <benchmark/benchmark.h>
 
-namespace {
+using foedit::test::TableStretch;
 
-class TableStretch : public DOMBasedBuffer {
-public:
-    TableStretch(EditableDocumentBuffer *buffer, int openingTag) : DOMBasedBuffer(buffer)
-    {
-        selectStretchOfElementAt(openingTag);
-        loadStretch();
-    }
-    void commitChangesToEditableBuffer() override { writeTreeToStretch(); }
-    void shorthandRound()
-    {
-        expandShorthands();
-        collapseShorthands(true);
-    }
-};
+namespace {
 
 Core::String table(int rows)
 {

@@ -1,4 +1,5 @@
 #include "common/MarkedDocument.h"
+#include "common/TableStretch.h"
 #include "common/TestPaths.h"
 #include "dom/DOMBasedBuffer.h"
 #include "support/DomParser.h"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using Core::String;
+using foedit::test::TableStretch;
 
 namespace {
 
@@ -52,19 +54,6 @@ std::vector<int> tablePositions(const String &content)
     }
     return positions;
 }
-
-// The frame as a table sub-buffer uses it: a stretch per table, written back unchanged.
-class TableStretch : public DOMBasedBuffer {
-public:
-    TableStretch(EditableDocumentBuffer *buffer, int openingTag) : DOMBasedBuffer(buffer)
-    {
-        selectStretchOfElementAt(openingTag);
-        loadStretch();
-    }
-    void commitChangesToEditableBuffer() override { writeTreeToStretch(); }
-    const Xml::Element *root() const { return dom->getRootNode(); }
-    String text() const { return getStretchText(); }
-};
 
 } // namespace
 
