@@ -3,7 +3,8 @@
 // document's flow; Home on a 1 MB document. The cost of a press must follow the markup
 // it crosses, not the size of the document.
 
-#include "common/TestPaths.h"
+#include "common/BenchDocuments.h"
+#include "common/StandardDocument.h"
 
 #include "editing/EditableDocumentBuffer.h"
 
@@ -16,50 +17,16 @@ namespace {
 
 const char *const corpusDocument = "basic__readme.fo";
 
-SmartPtr<EditableDocumentBuffer> standardBuffer()
+Core::String const &replicatedDocument(int units)
 {
-    SmartPtr<EditableDocumentBuffer> buffer(new EditableDocumentBuffer());
-    buffer->setRootElement("fo:root");
-    for (const char *name :
-         {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
-        buffer->addEditableElement(name);
-    for (const char *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-        buffer->addInlineEditableElement(name);
-    return buffer;
-}
-
-Core::String corpusText()
-{
-    return Core::String::fromUtf8(
-        foedit::test::readFileBytes(foedit::test::corpusDir() + "/" + corpusDocument));
-}
-
-// The corpus document with the content of its flow repeated until the document holds
-// about `units` code units.
-Core::String replicatedDocument(int units)
-{
-    static std::map<int, Core::String> made;
-    auto found = made.find(units);
-    if (found != made.end())
-        return found->second;
-    Core::String text = corpusText();
-    int flowStart = text.find(">", text.find("<fo:flow")) + 1;
-    int flowEnd = text.find("</fo:flow>", flowStart);
-    Core::String body = text.subString(flowStart, flowEnd - 1);
-    Core::String head = text.subString(0, flowStart - 1);
-    Core::String tail = text.subString(flowEnd, text.length() - 1);
-    Core::String repeated;
-    repeated.reserve(units);
-    while (head.length() + repeated.length() + tail.length() < units)
-        repeated += body;
-    return made[units] = head + repeated + tail;
+    return foedit::bench::replicatedCorpusDocument(corpusDocument, units);
 }
 
 // Every right-arrow press from Home to the end of the document.
 void BM_RightArrowAcrossCorpusDocument(benchmark::State &state)
 {
-    SmartPtr<EditableDocumentBuffer> buffer = standardBuffer();
-    buffer->setContent(corpusText(), true);
+    SmartPtr<EditableDocumentBuffer> buffer = foedit::test::makeStandardBuffer();
+    buffer->setContent(foedit::bench::corpusDocument(corpusDocument), true);
     int const home = buffer->getCaretPos();
     long presses = 0;
     for (auto _ : state) {
@@ -78,7 +45,7 @@ void BM_RightArrowPresses(benchmark::State &state)
 {
     int const units = static_cast<int>(state.range(0));
     int const percent = static_cast<int>(state.range(1));
-    SmartPtr<EditableDocumentBuffer> buffer = standardBuffer();
+    SmartPtr<EditableDocumentBuffer> buffer = foedit::test::makeStandardBuffer();
     Core::String text = replicatedDocument(units);
     buffer->setContent(text, true);
     // The first stop at or after the wanted share of the string: a block's text.
@@ -103,7 +70,7 @@ BENCHMARK(BM_RightArrowPresses)
 
 void BM_MoveCaretHome(benchmark::State &state)
 {
-    SmartPtr<EditableDocumentBuffer> buffer = standardBuffer();
+    SmartPtr<EditableDocumentBuffer> buffer = foedit::test::makeStandardBuffer();
     buffer->setContent(replicatedDocument(1024 * 1024), true);
     for (auto _ : state)
         buffer->moveCaretHome(false);

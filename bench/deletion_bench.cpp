@@ -2,6 +2,8 @@
 // Delete on a selection of 30 KB. Each iteration presses the key once and undoes it
 // untimed, so the document keeps its size. The press includes the whole transaction: the snapshot of document
 // and history, the walks, and the validation of the whole string that erase runs.
+#include "common/StandardDocument.h"
+
 #include "editing/BreakType.h"
 #include "editing/EditableDocumentBuffer.h"
 #include "support/SmartPtr.h"
@@ -21,30 +23,19 @@ Core::String const &documentOfSize(int bytes)
     auto found = cache.find(bytes);
     if (found != cache.end())
         return found->second;
-    Core::String text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
-                        "<fo:root xmlns:fo=\"http://www.w3.org/1999/XSL/Format\"><fo:layout-master-set>"
-                        "<fo:simple-page-master master-name=\"A4\"><fo:region-body/></fo:simple-page-master>"
-                        "</fo:layout-master-set><fo:page-sequence master-reference=\"A4\">"
-                        "<fo:flow flow-name=\"xsl-region-body\">\n";
     Core::String const paragraph = "\t<fo:block color=\"black\">Lorem ipsum dolor sit amet, <fo:inline "
                                    "font-weight=\"bold\">consectetur</fo:inline> adipiscing elit.<fo:block/>"
                                    "Sed do eiusmod tempor incididunt ut labore.</fo:block>\n";
-    text.reserve(bytes + 256);
-    while (text.length() < bytes)
-        text += paragraph;
-    text += "</fo:flow></fo:page-sequence></fo:root>";
-    return cache.emplace(bytes, text).first->second;
+    Core::String body = "\n";
+    body.reserve(bytes + 256);
+    while (foedit::test::flowBodyStart() + body.length() < bytes)
+        body += paragraph;
+    return cache.emplace(bytes, foedit::test::wrapInFlow(body)).first->second;
 }
 
 SmartPtr<EditableDocumentBuffer> loadDocument(int bytes)
 {
-    SmartPtr<EditableDocumentBuffer> buffer(new EditableDocumentBuffer());
-    buffer->setRootElement("fo:root");
-    for (char const *name :
-         {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
-        buffer->addEditableElement(name);
-    for (char const *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-        buffer->addInlineEditableElement(name);
+    SmartPtr<EditableDocumentBuffer> buffer = foedit::test::makeStandardBuffer();
     buffer->setContent(documentOfSize(bytes), true);
     return buffer;
 }

@@ -7,6 +7,9 @@
 // text is an ordinary deletion, whose list part is only finding out where it stands.
 // Each iteration presses the key once and, untimed, undoes it.
 
+#include "common/BenchDocuments.h"
+#include "common/StandardDocument.h"
+
 #include "editing/EditableDocumentBuffer.h"
 #include "support/SmartPtr.h"
 #include "support/String.h"
@@ -18,18 +21,6 @@
 namespace {
 
 constexpr long kDocumentBytes = 1L << 20;
-
-const char *const kHead =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
-    "<fo:root xmlns:fo=\"http://www.w3.org/1999/XSL/Format\">"
-    "<fo:layout-master-set><fo:simple-page-master master-name=\"A4\">"
-    "<fo:region-body/></fo:simple-page-master></fo:layout-master-set>"
-    "<fo:page-sequence master-reference=\"A4\"><fo:flow flow-name=\"xsl-region-body\">\n";
-const char *const kTail = "</fo:flow></fo:page-sequence></fo:root>\n";
-const char *const kParagraph =
-    "  <fo:block font-size=\"11pt\">Lorem ipsum dolor sit amet, <fo:inline font-weight=\"bold\">consectetur"
-    "</fo:inline> adipiscing elit, sed do eiusmod tempor incididunt ut labore et dolore magna "
-    "aliqua.</fo:block>\n";
 
 Core::String item(int number)
 {
@@ -45,19 +36,12 @@ Core::String item(int number)
 // item's text, `secondText` of the second's.
 Core::String makeDocument(int items, int &firstText, int &secondText)
 {
-    Core::String paragraph(kParagraph);
-    long paragraphs = kDocumentBytes / 2 / paragraph.length();
-    Core::String document(kHead);
-    for (long i = 0; i < paragraphs; ++i) {
-        if (i == paragraphs / 2) {
-            document += "<fo:block><fo:list-block>";
-            for (int n = 1; n <= items; ++n)
-                document += item(n);
-            document += "</fo:list-block></fo:block>\n";
-        }
-        document += paragraph;
-    }
-    document += kTail;
+    Core::String list = "<fo:block><fo:list-block>";
+    for (int n = 1; n <= items; ++n)
+        list += item(n);
+    list += "</fo:list-block></fo:block>\n";
+    int listAt = -1;
+    Core::String document = foedit::bench::proseAround(list, kDocumentBytes, listAt);
     firstText = document.find("Item text");
     secondText = document.find("Item text", firstText + 1);
     return document;
@@ -65,13 +49,7 @@ Core::String makeDocument(int items, int &firstText, int &secondText)
 
 SmartPtr<EditableDocumentBuffer> makeBuffer(Core::String const &document)
 {
-    SmartPtr<EditableDocumentBuffer> buffer(new EditableDocumentBuffer());
-    buffer->setRootElement("fo:root");
-    for (const char *name :
-         {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
-        buffer->addEditableElement(name);
-    for (const char *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-        buffer->addInlineEditableElement(name);
+    SmartPtr<EditableDocumentBuffer> buffer = foedit::test::makeStandardBuffer();
     buffer->setContent(document, true);
     return buffer;
 }

@@ -4,7 +4,7 @@
 // the largest corpus document by repeating the content of its flow, which keeps them
 // well formed.
 
-#include "common/TestPaths.h"
+#include "common/BenchDocuments.h"
 
 #include "markup/EditableXmlBuffer.h"
 #include "support/WhiteSpace.h"
@@ -31,21 +31,7 @@ public:
 
 Core::String const &replicatedDocument(int units)
 {
-    static std::map<int, Core::String> made;
-    auto found = made.find(units);
-    if (found != made.end())
-        return found->second;
-    const Core::String text =
-        Core::String::fromUtf8(foedit::test::readFileBytes(foedit::test::corpusDir() + "/" + corpusDocument));
-    const int flowStart = text.find(">", text.find("<fo:flow")) + 1;
-    const int flowEnd = text.find("</fo:flow>", flowStart);
-    const Core::String body = text.subString(flowStart, flowEnd - 1);
-    Core::String repeated;
-    repeated.reserve(units);
-    while (text.length() + repeated.length() < units)
-        repeated += body;
-    return made[units] =
-               text.subString(0, flowStart - 1) + repeated + text.subString(flowEnd, text.length() - 1);
+    return foedit::bench::replicatedCorpusDocument(corpusDocument, units);
 }
 
 // Where a caret stands when typing: text right after a tag. `count` of them, spread

@@ -3,6 +3,8 @@
 // sequences from the start of the document, so its cost follows the markup in front of
 // the sequence it names: per byte it must stay flat as the document grows.
 
+#include "common/StandardDocument.h"
+
 #include "editing/EditableDocumentBuffer.h"
 
 #include <benchmark/benchmark.h>
@@ -11,18 +13,6 @@
 #include <string>
 
 namespace {
-
-SmartPtr<EditableDocumentBuffer> standardBuffer()
-{
-    SmartPtr<EditableDocumentBuffer> buffer(new EditableDocumentBuffer());
-    buffer->setRootElement("fo:root");
-    for (const char *name :
-         {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
-        buffer->addEditableElement(name);
-    for (const char *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-        buffer->addInlineEditableElement(name);
-    return buffer;
-}
 
 // `staticName` is the flow-name of every sequence's first static content; the master's
 // first side region is "head", so any other name leaves moveCaretToFirstStaticRegion
@@ -52,7 +42,7 @@ std::string sequencesDocument(int sequences, const char *staticName)
 
 SmartPtr<EditableDocumentBuffer> loaded(int sequences, const char *staticName = "head")
 {
-    SmartPtr<EditableDocumentBuffer> buffer = standardBuffer();
+    SmartPtr<EditableDocumentBuffer> buffer = foedit::test::makeStandardBuffer();
     buffer->setContent(Core::String::fromUtf8(sequencesDocument(sequences, staticName)), true);
     return buffer;
 }

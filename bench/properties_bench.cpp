@@ -3,6 +3,9 @@
 // few splices per run of text, and plain text one caret step per tag; both therefore
 // grow with what a splice and a caret step cost on the document.
 
+#include "common/BenchDocuments.h"
+#include "common/StandardDocument.h"
+
 #include "editing/EditableDocumentBuffer.h"
 #include "support/PropertiesHelper.h"
 
@@ -12,14 +15,6 @@ namespace {
 
 class PropertiesBenchBuffer : public EditableDocumentBuffer {
 public:
-    PropertiesBenchBuffer()
-    {
-        setRootElement("fo:root");
-        for (const char *name : {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-            addEditableElement(name);
-        for (const char *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-            addInlineEditableElement(name);
-    }
     using EditableDocumentBuffer::getPlainText;
     using EditableDocumentBuffer::setPropertiesForElementAt;
     void select(int pivot, int caretPosition)
@@ -32,22 +27,14 @@ public:
 // `blocks` blocks of about 100 code units, each with an inline, in one flow.
 Core::String documentOf(int blocks)
 {
-    Core::String body;
     Core::String const block = "<fo:block font-size=\"10pt\">Lorem ipsum dolor sit amet, <fo:inline "
                                "font-style=\"italic\">consectetur</fo:inline> adipiscing elit.</fo:block>";
-    for (int i = 0; i < blocks; ++i)
-        body += block;
-    return Core::String("<?xml version=\"1.0\" encoding=\"UTF-8\"?><fo:root "
-                        "xmlns:fo=\"http://www.w3.org/1999/XSL/Format\"><fo:layout-master-set>"
-                        "<fo:simple-page-master master-name=\"A4\"><fo:region-body/></fo:simple-page-master>"
-                        "</fo:layout-master-set><fo:page-sequence master-reference=\"A4\">"
-                        "<fo:flow flow-name=\"xsl-region-body\">") +
-           body + "</fo:flow></fo:page-sequence></fo:root>";
+    return foedit::test::wrapInFlow(foedit::bench::repeated(block, blocks));
 }
 
 SmartPtr<PropertiesBenchBuffer> load(int blocks)
 {
-    SmartPtr<PropertiesBenchBuffer> buffer(new PropertiesBenchBuffer());
+    SmartPtr<PropertiesBenchBuffer> buffer = foedit::test::makeStandardBuffer<PropertiesBenchBuffer>();
     buffer->setContent(documentOf(blocks), true);
     return buffer;
 }

@@ -1,6 +1,9 @@
 // The document session on a 1 MB document: loading, the per-key-press snapshot
 // (whose cost must not grow with the history), and undo/redo of a long typing run.
 
+#include "common/BenchDocuments.h"
+#include "common/StandardDocument.h"
+
 #include "editing/EditActionGroup.h"
 #include "editing/EditableDocumentBuffer.h"
 #include "editing/EditableDocumentBufferState.h"
@@ -12,15 +15,6 @@ namespace {
 // Reaches the recorded splices, which is how every editing operation changes the text.
 class SessionBenchBuffer : public EditableDocumentBuffer {
 public:
-    SessionBenchBuffer()
-    {
-        setRootElement("fo:root");
-        for (const char *name : {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-            addEditableElement(name);
-        for (const char *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-            addInlineEditableElement(name);
-    }
-
     // A recorded edit somewhere else, to give the history depth.
     void recordEdit(int position)
     {
@@ -35,17 +29,11 @@ public:
 // About 1 MB (in code units) of blocks with inlines, in one flow.
 Core::String megabyteDocument()
 {
-    Core::String body;
     Core::String const block = "<fo:block font-size=\"10pt\">Lorem ipsum dolor sit amet, <fo:inline "
                                "font-weight=\"bold\">consectetur</fo:inline> adipiscing elit.</fo:block>\r\n";
-    while (body.length() < 1000000)
-        body += block;
-    return Core::String("<?xml version=\"1.0\" encoding=\"UTF-8\"?><fo:root "
-                        "xmlns:fo=\"http://www.w3.org/1999/XSL/Format\"><fo:layout-master-set>"
-                        "<fo:simple-page-master master-name=\"A4\"><fo:region-body/></fo:simple-page-master>"
-                        "</fo:layout-master-set><fo:page-sequence master-reference=\"A4\">"
-                        "<fo:flow flow-name=\"xsl-region-body\">") +
-           body + "</fo:flow></fo:page-sequence></fo:root>";
+    int const megabyte = 1000000;
+    return foedit::test::wrapInFlow(
+        foedit::bench::repeated(block, (megabyte + block.length() - 1) / block.length()));
 }
 
 Core::String const &document()
@@ -56,7 +44,7 @@ Core::String const &document()
 
 void BM_SetContent(benchmark::State &state)
 {
-    SmartPtr<SessionBenchBuffer> buffer(new SessionBenchBuffer());
+    SmartPtr<SessionBenchBuffer> buffer = foedit::test::makeStandardBuffer<SessionBenchBuffer>();
     bool const keepHistory = state.range(0) != 0;
     for (auto _ : state) {
         buffer->setContent(document(), !keepHistory);
@@ -73,7 +61,7 @@ BENCHMARK(BM_SetContent)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 // that depth.
 void BM_KeyPressWithHistoryDepth(benchmark::State &state)
 {
-    SmartPtr<SessionBenchBuffer> buffer(new SessionBenchBuffer());
+    SmartPtr<SessionBenchBuffer> buffer = foedit::test::makeStandardBuffer<SessionBenchBuffer>();
     buffer->setContent(document(), true);
     int const caret = buffer->getCaretPos();
     for (int i = 0; i < state.range(0) / 5; ++i)
@@ -90,7 +78,7 @@ BENCHMARK(BM_KeyPressWithHistoryDepth)->Arg(0)->Arg(1000)->Arg(10000)->Unit(benc
 // history behind it: one copy of the document each way, nothing for the history.
 void BM_SnapshotRollBack(benchmark::State &state)
 {
-    SmartPtr<SessionBenchBuffer> buffer(new SessionBenchBuffer());
+    SmartPtr<SessionBenchBuffer> buffer = foedit::test::makeStandardBuffer<SessionBenchBuffer>();
     buffer->setContent(document(), true);
     int const caret = buffer->getCaretPos();
     for (int i = 0; i < state.range(0) / 5; ++i)
@@ -106,7 +94,7 @@ BENCHMARK(BM_SnapshotRollBack)->Arg(0)->Arg(10000)->Unit(benchmark::kMicrosecond
 // Undo and redo of one typing run of `range(0)` keys, one undo step.
 void BM_UndoRedoTypingRun(benchmark::State &state)
 {
-    SmartPtr<SessionBenchBuffer> buffer(new SessionBenchBuffer());
+    SmartPtr<SessionBenchBuffer> buffer = foedit::test::makeStandardBuffer<SessionBenchBuffer>();
     buffer->setContent(document(), true);
     for (int i = 0; i < state.range(0); ++i)
         buffer->insertText("a", false, false);

@@ -6,6 +6,9 @@
 // into a fresh copy of the document; the counter "per_key_press" is the time of one
 // key press, and the median over the repetitions is the number to read.
 
+#include "common/BenchDocuments.h"
+#include "common/StandardDocument.h"
+
 #include "editing/EditAction.h"
 #include "editing/EditableDocumentBuffer.h"
 #include "support/SmartPtr.h"
@@ -17,48 +20,15 @@ namespace {
 
 constexpr int kParagraphLength = 1000;
 
-const char *const kHead =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
-    "<fo:root xmlns:fo=\"http://www.w3.org/1999/XSL/Format\">"
-    "<fo:layout-master-set><fo:simple-page-master master-name=\"A4\">"
-    "<fo:region-body/></fo:simple-page-master></fo:layout-master-set>"
-    "<fo:page-sequence master-reference=\"A4\"><fo:flow flow-name=\"xsl-region-body\">\n";
-const char *const kTail = "</fo:flow></fo:page-sequence></fo:root>\n";
-const char *const kParagraph =
-    "  <fo:block font-size=\"11pt\">Lorem ipsum dolor sit amet, <fo:inline font-weight=\"bold\">consectetur"
-    "</fo:inline> adipiscing elit, sed do eiusmod tempor incididunt ut labore et dolore magna "
-    "aliqua.</fo:block>\n";
-const char *const kEmptyBlock = "  <fo:block>&#x00A0;</fo:block>\n";
-
 // A flow of paragraphs of about `bytes` bytes (two per code unit), with an empty
 // block in the middle where the typing happens. `typingAt` is the position inside it.
 Core::String makeDocument(long bytes, int &typingAt)
 {
-    Core::String paragraph(kParagraph);
-    long paragraphs = bytes / 2 / paragraph.length();
-    Core::String document(kHead);
-    document.reserve(static_cast<int>(bytes / 2) + 4096);
-    for (long i = 0; i < paragraphs; ++i) {
-        if (i == paragraphs / 2) {
-            typingAt = document.length() + Core::String("  <fo:block>").length();
-            document += kEmptyBlock;
-        }
-        document += paragraph;
-    }
-    document += kTail;
+    int emptyBlock = -1;
+    Core::String document =
+        foedit::bench::proseAround("  <fo:block>&#x00A0;</fo:block>\n", bytes, emptyBlock);
+    typingAt = emptyBlock == -1 ? -1 : emptyBlock + Core::String("  <fo:block>").length();
     return document;
-}
-
-SmartPtr<EditableDocumentBuffer> makeBuffer()
-{
-    SmartPtr<EditableDocumentBuffer> buffer(new EditableDocumentBuffer());
-    buffer->setRootElement("fo:root");
-    for (const char *name :
-         {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
-        buffer->addEditableElement(name);
-    for (const char *name : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-        buffer->addInlineEditableElement(name);
-    return buffer;
 }
 
 // Types the paragraph into a fresh copy of the document per iteration, after filling
@@ -68,7 +38,7 @@ void typeParagraphInto(benchmark::State &state, int history)
     int typingAt = -1;
     Core::String const document = makeDocument(state.range(0), typingAt);
     Core::String const text = "The quick brown fox jumps over the lazy dog. ";
-    SmartPtr<EditableDocumentBuffer> buffer = makeBuffer();
+    SmartPtr<EditableDocumentBuffer> buffer = foedit::test::makeStandardBuffer();
     for (auto _ : state) {
         state.PauseTiming();
         buffer->setContent(document, true);
