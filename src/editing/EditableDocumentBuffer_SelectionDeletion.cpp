@@ -325,7 +325,9 @@ EditableDocumentBuffer::WalkStep EditableDocumentBuffer::joinNeighbour(Selection
     int neighbour = getNextNeighborPosition(walk.cur);
     int neighbourEnd = getClosingTagForTagAtPosition(neighbour);
     int behind = getNextEditablePositionInXml(neighbourEnd);
-    if (neighbour == -1 || neighbourEnd == -1 || behind == -1)
+    // On broken markup the neighbour found may lie behind `cur`; the walk never cuts
+    // what lies in front of it.
+    if (neighbour <= walk.cur || neighbourEnd == -1 || behind == -1)
         return finishAtRangeEnd(walk);
     if (neighbourEnd <= walk.end) {
         walk.end = std::max(walk.end, behind);
@@ -334,10 +336,16 @@ EditableDocumentBuffer::WalkStep EditableDocumentBuffer::joinNeighbour(Selection
         walk.end -= removed.length();
         return WalkStep::Continue;
     }
-    // A placeholder on either side has no purpose once the two merge.
+    // A placeholder on either side has no purpose once the two merge. The cut then
+    // begins in front of this one, and a start behind it follows, or it would point
+    // past the text that moves up:
+    //     <fo:block>&#x00A0;^</fo:block><fo:block>a|b</fo:block>  ->  <fo:block>|b</fo:block>
     int element = getCurrentElementPosition(walk.cur);
-    if (elementContainsJustNonBreakingSpace(element))
+    if (elementContainsJustNonBreakingSpace(element)) {
         walk.cur = getNonBreakingSpacePosition(element);
+        if (walk.cur != -1)
+            walk.start = std::min(walk.start, walk.cur);
+    }
     if (elementContainsJustNonBreakingSpace(neighbour))
         neighbour = getNonBreakingSpacePosition(neighbour);
     int last = getNextEditablePositionInXml(neighbour) - 1;
@@ -411,9 +419,11 @@ bool EditableDocumentBuffer::deleteListInSelection(SelectionWalk &walk)
     addAction(EditAction(EditAction::DeleteText, list, -1, -1, removed));
     walk.end -= removed.length();
     // A start inside the list went with it: the walk's start moves to the first stop
-    // behind the list, or the last one in front of it when the text ends there. A start
-    // in front of the list stays where it is.
-    int next = getNextEditablePositionInFo(list, false, false);
+    // at or behind the place of the list, or the last one in front of it when the text
+    // ends there. A start in front of the list stays where it is. The place itself comes
+    // first when it can hold the caret (the list stood in a block of its own): a stop
+    // further on lies in the next element, which the walk may still cut or merge.
+    int next = canHoldCaret(list) ? list : getNextEditablePositionInFo(list, false, false);
     if (next == -1)
         next = lastCaretPositionInList(0, list);
     if (next != -1 && walk.start >= list)

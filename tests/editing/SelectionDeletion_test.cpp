@@ -114,6 +114,17 @@ TEST(SelectionDeletion, AStartBehindWhiteSpaceStaysInFrontOfTheNewPlaceholder)
         "<fo:block>|<fo:block>d</fo:block></fo:block>");
 }
 
+// From behind the placeholder of an empty block (its one caret stop) into the next
+// block: the merge takes the placeholder, and the caret stays in front of the text
+// that moved up, not in the closing tag behind it.
+TEST(SelectionDeletion, AStartBehindAPlaceholderFollowsTheMerge)
+{
+    expectDeletion("<fo:block>&#x00A0;^</fo:block><fo:block>a|b</fo:block>", "<fo:block>|b</fo:block>");
+    expectDeletion("<fo:block>&#x00A0;|</fo:block><fo:block>a^b</fo:block>", "<fo:block>|b</fo:block>");
+    expectDeletion("<fo:block>x</fo:block><fo:block>&#x00A0;^</fo:block><fo:block>abc|d</fo:block>",
+                   "<fo:block>x</fo:block><fo:block>|d</fo:block>");
+}
+
 TEST(SelectionDeletion, TablesGoWholeOrKeepWhatReachesBeyond)
 {
     Core::String const table = cellTable;

@@ -108,3 +108,15 @@ TEST(ListSelectionTest, AStartInAnItemFollowsWhatTheDeletionRemovedInFrontOfIt)
         [](EditableDocumentBuffer &b) { b.erase(true, false); },
         numberedList({";|"}) + "<fo:block>&#x00A0;\n</fo:block>");
 }
+
+TEST(ListSelectionTest, AWholeListSelectedWithTheBlockBehindItLeavesTheCaretInTheListsBlock)
+{
+    // The list goes whole, its block stays for the caret; the block behind is either
+    // taken whole or merged, and the caret never points past what was cut.
+    expectErase(
+        numberedList({"^ab"}) + "<fo:block>ef|</fo:block>",
+        [](EditableDocumentBuffer &b) { b.erase(true, false); }, "<fo:block>|</fo:block>");
+    expectErase(
+        numberedList({"^ab"}) + "<fo:block>e|f</fo:block>",
+        [](EditableDocumentBuffer &b) { b.erase(true, false); }, "<fo:block>|f</fo:block>");
+}
