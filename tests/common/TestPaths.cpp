@@ -1,6 +1,7 @@
 #include "common/TestPaths.h"
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -29,6 +30,16 @@ std::string readFileBytes(const std::string &path)
     std::ostringstream bytes;
     bytes << in.rdbuf();
     return bytes.str();
+}
+
+std::string corpusTestName(const std::string &path)
+{
+    std::string name = std::filesystem::path(path).stem().string();
+    for (char &c : name) {
+        if (!std::isalnum(static_cast<unsigned char>(c)))
+            c = '_';
+    }
+    return name;
 }
 
 } // namespace foedit::test

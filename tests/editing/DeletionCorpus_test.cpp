@@ -11,13 +11,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <filesystem>
 #include <functional>
 #include <random>
 #include <string>
 
 using foedit::test::corpusFiles;
+using foedit::test::corpusParamName;
 using foedit::test::makeStandardBuffer;
 using foedit::test::placeCaretExactly;
 
@@ -115,17 +115,7 @@ TEST_P(DeletionCorpusTest, EnterAtRandomStopsIsUndoneExactly)
     pressAtRandomStopsThenUndoAll(Key::Enter);
 }
 
-std::string testName(::testing::TestParamInfo<std::string> const &info)
-{
-    std::string name = std::filesystem::path(info.param).stem().string();
-    for (char &c : name) {
-        if (!std::isalnum(static_cast<unsigned char>(c)))
-            c = '_';
-    }
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Corpus, DeletionCorpusTest, ::testing::ValuesIn(corpusFiles()), testName);
+INSTANTIATE_TEST_SUITE_P(Corpus, DeletionCorpusTest, ::testing::ValuesIn(corpusFiles()), corpusParamName);
 
 // Broken markup gives wrong answers, never a crash, an out-of-range read or a hang:
 // every key at every position of a few broken documents.

@@ -23,7 +23,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 #include <iomanip>
@@ -155,16 +154,6 @@ TEST_P(CorpusSessionTest, SeededSessionsKeepEveryInvariant)
     }
 }
 
-std::string testName(const ::testing::TestParamInfo<std::string> &info)
-{
-    std::string name = std::filesystem::path(info.param).stem().string();
-    for (char &c : name) {
-        if (!std::isalnum(static_cast<unsigned char>(c)))
-            c = '_';
-    }
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Corpus, CorpusSessionTest, ::testing::ValuesIn(corpusFiles()), testName);
+INSTANTIATE_TEST_SUITE_P(Corpus, CorpusSessionTest, ::testing::ValuesIn(corpusFiles()), corpusParamName);
 
 } // namespace
