@@ -3,6 +3,7 @@
 #include "common/EditCheck.h"
 #include "common/MarkedDocument.h"
 #include "common/TestPaths.h"
+#include "common/TextPlaces.h"
 
 #include "editing/EditActionGroup.h"
 #include "editing/EditableDocumentBuffer.h"
@@ -11,10 +12,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <vector>
 
 using foedit::test::EditCheck;
+using foedit::test::placesInText;
 
 namespace {
 
@@ -31,33 +32,6 @@ struct SelectionProbe : EditableDocumentBuffer {
 void expectDeletion(Core::String const &before, Core::String const &after)
 {
     EditCheck(before).expectOn<SelectionProbe>([](SelectionProbe &b) { b.deleteSelected(); }, after);
-}
-
-// Up to `count` places spread over the text of the first flow: positions behind a
-// letter, outside tags, comments and CDATA sections, where a user can put the caret.
-std::vector<int> placesInText(Core::String const &content, int count)
-{
-    int const flow = content.find("<fo:flow");
-    int const flowEnd = content.find("</fo:flow>");
-    std::vector<int> candidates;
-    bool inTag = false;
-    for (int p = flow; flow != -1 && p != -1 && p < flowEnd; ++p) {
-        char16_t const c = content[p];
-        // Comments and CDATA sections hold no caret positions.
-        if (content.matchesAt(p, "<!--"))
-            p = content.find("-->", p);
-        else if (content.matchesAt(p, "<![CDATA["))
-            p = content.find("]]>", p);
-        else if (c == u'<' || c == u'>')
-            inTag = c == u'<';
-        else if (!inTag && p + 1 < flowEnd && std::isalpha(static_cast<unsigned char>(c)) && c < 128)
-            candidates.push_back(p + 1);
-    }
-    std::vector<int> places;
-    for (int i = 0; i < count && !candidates.empty(); ++i)
-        places.push_back(
-            candidates[candidates.size() * static_cast<std::size_t>(i) / static_cast<std::size_t>(count)]);
-    return places;
 }
 
 const char *const cellTable = "<fo:table><fo:table-body><fo:table-row>"
