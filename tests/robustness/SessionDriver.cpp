@@ -2,6 +2,8 @@
 #include "robustness/MarkupInterior.h"
 #include "robustness/WellFormedness.h"
 
+#include "common/StandardDocument.h"
+
 #include "support/Exception.h"
 #include "support/XmlParseException.h"
 
@@ -14,17 +16,6 @@
 namespace foedit::test {
 
 namespace {
-
-// The designer's configuration, as the foedit tool and the tests make it.
-void configureDesignerHost(EditableDocumentBuffer &buffer)
-{
-    buffer.setRootElement("fo:root");
-    for (const char *element :
-         {"fo:block", "fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override", "ot:form"})
-        buffer.addEditableElement(element);
-    for (const char *element : {"fo:inline", "fo:wrapper", "fo:basic-link", "fo:bidi-override"})
-        buffer.addInlineEditableElement(element);
-}
 
 // Up to `around` units each side of `center`, with "|" at the caret and "^" at the
 // pivot when they fall inside, as one line.
@@ -109,7 +100,7 @@ std::ostream &operator<<(std::ostream &out, const Violation &violation)
 SessionDriver::SessionDriver(Core::String const &text, DriverOptions driverOptions)
     : document(new SessionBuffer()), options(std::move(driverOptions))
 {
-    configureDesignerHost(*document);
+    configureStandardHost(*document); // the designer's configuration, as the foedit tool makes it
     document->setContent(text, true);
     original = document->getContent();
     if (options.measureWellFormedness)
