@@ -240,15 +240,19 @@ void EditableDocumentBuffer::cutWholeElement(SelectionWalk &walk, int behind)
     Core::String removed = deleteXmlText(at, behind - 1);
     walk.end -= removed.length();
     addAction(EditAction(EditAction::DeleteText, at, caret, selectionPivot, removed));
+    int lengthBeforeRepair = content.length();
     if (!canHoldCaret(at) || !handleElementsContainingJustWhiteSpaces(at, true))
         return;
-    int anchor = getSelectionStartIndex();
-    walk.end += anchor - walk.cur;
-    walk.cur = anchor;
-    if (content.matchesAt(walk.cur, kEntityPlaceholder)) {
+    walk.cur = getSelectionStartIndex();
+    // The repair puts a placeholder in, or removes the inlines the cut emptied, start
+    // and closing tags and all. All of that stands in front of the end, which moves by
+    // the whole change, or lay in a removed closing tag and comes to the walk's place;
+    // a start behind a removed start tag comes there too:
+    //     x<fo:inline><fo:inline>^it</fo:inline></fo:inline>|ab  ->  x|ab
+    walk.end = std::max(walk.end + content.length() - lengthBeforeRepair, walk.cur);
+    walk.start = std::min(walk.start, walk.cur);
+    if (content.matchesAt(walk.cur, kEntityPlaceholder))
         walk.cur += kEntityPlaceholderLength;
-        walk.end += kEntityPlaceholderLength;
-    }
     keepStartOutOfPlaceholder(walk);
 }
 
@@ -355,8 +359,14 @@ EditableDocumentBuffer::WalkStep EditableDocumentBuffer::joinNeighbour(Selection
     addAction(EditAction(EditAction::DeleteText, walk.cur, -1, -1, removed));
     addCaretMark();
     walk.end -= removed.length();
-    if (handleElementsContainingJustWhiteSpaces(walk.cur, true))
+    if (handleElementsContainingJustWhiteSpaces(walk.cur, true)) {
+        // The merged element was left empty and holds a placeholder now. The cut put a
+        // caret that stood on its last unit one unit in front of it, into the start tag;
+        // the caret goes where the selection began.
+        setCaret(false, walk.start);
+        addCaretMark();
         return WalkStep::Finished;
+    }
     return WalkStep::Continue;
 }
 

@@ -99,6 +99,37 @@ TEST(SelectionDeletion, AStartBehindAPlaceholderFollowsTheMerge)
                    "<fo:block>x</fo:block><fo:block>|d</fo:block>");
 }
 
+// An inline whose only content is an inline: both go, and the deletion stops where the
+// selection ends rather than by the length of the outer closing tag further on.
+TEST(SelectionDeletion, NestedInlinesEmptiedByTheSelectionGoWithoutTakingMore)
+{
+    expectDeletion("<fo:block>a<fo:inline><fo:inline>^it</fo:inline></fo:inline>|Helvetica</fo:block>"
+                   "<fo:block>x</fo:block>",
+                   "<fo:block>a|Helvetica</fo:block><fo:block>x</fo:block>");
+    expectDeletion("<fo:block>a<fo:inline><fo:inline>^it</fo:inline>|</fo:inline>b</fo:block>",
+                   "<fo:block>a|b</fo:block>");
+    expectDeletion(
+        "<fo:block><fo:inline><fo:inline>^it</fo:inline></fo:inline>|</fo:block><fo:block>x</fo:block>",
+        "<fo:block>|&#x00A0;</fo:block><fo:block>x</fo:block>");
+    // Ctrl+Backspace selects back to the word's start inside the inlines first.
+    EditCheck(
+        "<fo:block>\n<fo:inline color=\"red\"><fo:inline>it</fo:inline></fo:inline>|Helvetica\n</fo:block>")
+        .expect([](EditableDocumentBuffer &b) { b.erase(false, true); },
+                "<fo:block>\n|Helvetica\n</fo:block>");
+}
+
+// A selection that ends in front of the raw placeholder of the next block: the merge
+// takes that placeholder, the block left empty gets the entity one, and the selection
+// collapses in front of it, rather than the caret staying one unit in front of the cut,
+// in the start tag.
+TEST(SelectionDeletion, AMergeThatEmptiesTheBlockCollapsesTheSelectionInFrontOfThePlaceholder)
+{
+    expectDeletion(Core::String::fromUtf8("<fo:block>^&#x00A0;</fo:block><fo:block>|\u00A0</fo:block>"),
+                   "<fo:block>|&#x00A0;</fo:block>");
+    expectDeletion(Core::String::fromUtf8("<fo:block>^ab</fo:block><fo:block>|\u00A0</fo:block>"),
+                   "<fo:block>|&#x00A0;</fo:block>");
+}
+
 TEST(SelectionDeletion, TablesGoWholeOrKeepWhatReachesBeyond)
 {
     Core::String const table = cellTable;
