@@ -370,7 +370,7 @@ protected:
     void cutAtom(SelectionWalk &walk);
     WalkStep cutElementEndingTheRange(SelectionWalk &walk, int behind);
     void cutWholeElement(SelectionWalk &walk, int behind);
-    void keepStartOutOfPlaceholder(SelectionWalk &walk);
+    void keepStartInFrontOfPlaceholder(SelectionWalk &walk, int element);
     WalkStep reanchor(SelectionWalk &walk, bool afterElementCut);
     WalkStep leaveElement(SelectionWalk &walk);
     WalkStep joinNeighbour(SelectionWalk &walk);

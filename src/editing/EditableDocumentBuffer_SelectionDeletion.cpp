@@ -163,8 +163,8 @@ void EditableDocumentBuffer::repairEmptiedElement(SelectionWalk &walk)
         return;
     walk.cur += kEntityPlaceholderLength;
     walk.end += kEntityPlaceholderLength;
-    keepStartOutOfPlaceholder(walk);
     int element = getCurrentElementPosition(walk.cur);
+    keepStartInFrontOfPlaceholder(walk, element);
     if (element == -1 || !isRemovableEmptyInline(element))
         return;
     int behind = getNextEditablePositionInXml(getClosingTagForTagAtPosition(element));
@@ -253,19 +253,22 @@ void EditableDocumentBuffer::cutWholeElement(SelectionWalk &walk, int behind)
     walk.start = std::min(walk.start, walk.cur);
     if (content.matchesAt(walk.cur, kEntityPlaceholder))
         walk.cur += kEntityPlaceholderLength;
-    keepStartOutOfPlaceholder(walk);
+    keepStartInFrontOfPlaceholder(walk, getCurrentElementPosition(walk.cur));
 }
 
-// An emptied element gets its placeholder at its first position. When white space
-// stood in front of what was cut, that is in front of the walk's start, which then
-// points into the placeholder, and the caret would end there. It moves in front of it:
+// An emptied element gets its placeholder at its first position. When white space or a
+// line break stood in front of what was cut, that is in front of the walk's start, which
+// then points into the placeholder or at what stood there before it, and the caret would
+// end inside the placeholder or inside a tag. The start goes in front of the placeholder:
 //     <fo:block> <fo:inline>^ab</fo:inline> </fo:block>...  ->  <fo:block>|&#x00A0;  </fo:block>...
-void EditableDocumentBuffer::keepStartOutOfPlaceholder(SelectionWalk &walk)
+//     <fo:block><fo:block />^ab</fo:block>...               ->  <fo:block>|&#x00A0;<fo:block /></fo:block>...
+void EditableDocumentBuffer::keepStartInFrontOfPlaceholder(SelectionWalk &walk, int element)
 {
-    if (walk.start <= 0)
+    if (element == -1)
         return;
-    int placeholder = content.rFind(u'&', walk.start - 1);
-    if (placeholder != -1 && walk.start - placeholder < kEntityPlaceholderLength &&
+    int placeholder = getNextEditablePositionInXml(element);
+    int closing = getClosingTagForTagAtPosition(element);
+    if (placeholder > element && placeholder < walk.start && walk.start <= closing &&
         content.matchesAt(placeholder, kEntityPlaceholder))
         walk.start = placeholder;
 }

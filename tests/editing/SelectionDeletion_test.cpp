@@ -73,10 +73,11 @@ TEST(SelectionDeletion, EmptiedElementsGetAPlaceholderOrGo)
         "fo:block>");
 }
 
-// White space in front of a wholly selected inline: the emptied block gets its
-// placeholder in front of where the selection began, and the caret stands before it,
-// not inside it, nor inside the tag that a merge then moves there.
-TEST(SelectionDeletion, AStartBehindWhiteSpaceStaysInFrontOfTheNewPlaceholder)
+// White space or a line break in front of what the selection empties: the emptied
+// block gets its placeholder in front of where the selection began, and the caret
+// stands before it, not inside it, nor inside the tag that stood there or that a merge
+// brings there.
+TEST(SelectionDeletion, AStartBehindWhiteSpaceOrALineBreakStaysInFrontOfTheNewPlaceholder)
 {
     expectDeletion("<fo:block>\n    <fo:inline color=\"green\">^Block 0:</fo:inline>\n  "
                    "</fo:block><fo:block>b|</fo:block>",
@@ -86,6 +87,8 @@ TEST(SelectionDeletion, AStartBehindWhiteSpaceStaysInFrontOfTheNewPlaceholder)
     expectDeletion(
         "<fo:block> <fo:inline>^ab</fo:inline> </fo:block><fo:block><fo:block>c|d</fo:block></fo:block>",
         "<fo:block>|<fo:block>d</fo:block></fo:block>");
+    expectDeletion("<fo:block>\n<fo:block />^Keep</fo:block><fo:block>and|</fo:block>",
+                   "<fo:block>|&#x00A0;\n<fo:block /></fo:block>");
 }
 
 // From behind the placeholder of an empty block (its one caret stop) into the next
