@@ -92,14 +92,15 @@ void selectText(CommandContext &context, const std::string &argument)
     document.setCaretPos(true, start + Core::String::fromUtf8(text).length());
 }
 
-void caret(CommandContext &context, const std::string &argument)
+// A click (`caret N`) or a Shift+click (`shift-caret N`), which extends the selection.
+void placeCaret(CommandContext &context, const std::string &argument, bool extend)
 {
     const int position = ScriptParser::parseIndex(argument);
     const int length = context.session.document().getContent().length();
     if (position >= length)
         throw malformed("position " + std::to_string(position) + " is past the document's end (length " +
                         std::to_string(length) + ")");
-    context.session.document().setCaretPos(false, position);
+    context.session.document().setCaretPos(extend, position);
 }
 
 } // namespace
@@ -109,7 +110,15 @@ void addCaretCommands(CommandTable &table)
     table.add({"find", "find TEXT", "caret before the first TEXT in the page sequences (markup as stored)",
                findText});
     table.add({"select", "select TEXT", "select the first TEXT in the page sequences", selectText});
-    table.add({"caret", "caret N", "caret at index N of the markup string (as a click would put it)", caret});
+    table.add({"caret", "caret N", "caret at index N of the markup string (as a click would put it)",
+               [](CommandContext &context, const std::string &argument) { placeCaret(context, argument, false); }});
+    table.add({"shift-caret", "shift-caret N", "extend the selection to index N (as a Shift+click would)",
+               [](CommandContext &context, const std::string &argument) { placeCaret(context, argument, true); }});
+    table.add({"reset-selection", "reset-selection", "drop the selection, the caret staying where it is",
+               [](CommandContext &context, const std::string &argument) {
+                   ScriptParser::expectNoArgument("reset-selection", argument);
+                   context.session.document().resetSelection();
+               }});
     for (const Move &move : moves) {
         addMove(table, move, false);
         addMove(table, move, true);

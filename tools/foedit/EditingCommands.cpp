@@ -55,13 +55,40 @@ void enter(EditableDocumentBuffer &document)
     document.insertBreak(document.caretIsInsideList() ? ListBreak : ParagraphBreak, false);
 }
 
-void pageBreak(CommandContext &context, const std::string &argument)
+// The breaks that start a new paragraph on a new page or column; `after` puts the break
+// at the end of the paragraph instead.
+struct PageLevelBreak {
+    const char *name;
+    BreakType type;
+    const char *summary;
+};
+
+const PageLevelBreak pageLevelBreaks[] = {
+    {"page-break", PageBreak, "a new paragraph that starts a page (or after: ends one)"},
+    {"column-break", ColumnBreak, "a new paragraph that starts a column (or after: ends one)"},
+    {"odd-page-break", OddPageBreak, "a new paragraph that starts an odd page (or after: ends one)"},
+    {"even-page-break", EvenPageBreak, "a new paragraph that starts an even page (or after: ends one)"},
+};
+
+bool parseAfter(const std::string &command, const std::vector<std::string> &words)
 {
-    const std::vector<std::string> words = ScriptParser::splitWords(argument);
     const bool after = words.size() == 1 && words[0] == "after";
     if (!words.empty() && !after)
-        throw malformed("page-break takes nothing or 'after', not '" + argument + "'");
-    context.session.document().insertBreak(PageBreak, after);
+        throw malformed(command + " takes nothing or 'after'");
+    return after;
+}
+
+// Any break by its number, as a host may send one it does not name (the engine ignores
+// the ones it does not know): `break 5` is a paragraph break.
+void anyBreak(CommandContext &context, const std::string &argument)
+{
+    std::vector<std::string> words = ScriptParser::splitWords(argument);
+    if (words.empty())
+        throw malformed("break needs a break type number");
+    const int type = ScriptParser::parseIndex(words[0]);
+    words.erase(words.begin());
+    const bool after = parseAfter("break " + std::to_string(type), words);
+    context.session.document().insertBreak(static_cast<BreakType>(type), after);
 }
 
 } // namespace
@@ -81,8 +108,18 @@ void addEditingCommands(CommandTable &table)
     table.add(counted("enter", "Enter: split the paragraph (in a list: a new item)", enter));
     table.add(counted("line-break", "Shift+Enter: a line break inside the paragraph",
                       [](EditableDocumentBuffer &d) { d.insertBreak(LineBreak, false); }));
-    table.add({"page-break", "page-break [after]", "a new paragraph that starts a page (or after: ends one)",
-               pageBreak});
+    table.add(counted("paragraph-break", "split the paragraph, also in a list (where Enter makes an item)",
+                      [](EditableDocumentBuffer &d) { d.insertBreak(ParagraphBreak, false); }));
+    for (const PageLevelBreak &pageLevel : pageLevelBreaks) {
+        const std::string name = pageLevel.name;
+        const BreakType type = pageLevel.type;
+        table.add({name, name + " [after]", pageLevel.summary,
+                   [name, type](CommandContext &context, const std::string &argument) {
+                       const bool after = parseAfter(name, ScriptParser::splitWords(argument));
+                       context.session.document().insertBreak(type, after);
+                   }});
+    }
+    table.add({"break", "break TYPE [after]", "insertBreak with a break type by number (0 to 6)", anyBreak});
     table.add(counted("undo", "undo one step (Ctrl+Z)", [](EditableDocumentBuffer &d) { d.undo(); }));
     table.add(counted("redo", "redo one step (Ctrl+Y)", [](EditableDocumentBuffer &d) { d.redo(); }));
 }

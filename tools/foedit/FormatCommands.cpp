@@ -61,6 +61,20 @@ void format(CommandContext &context, const std::string &argument)
     session.pendingFormat.addProperties(properties);
 }
 
+// Typing with a toolbar format in one call, as a host does when text is typed over a
+// selection with a format button pressed: `type-formatted NAME=VALUE TEXT`.
+void typeFormatted(CommandContext &context, const std::string &argument)
+{
+    const std::size_t space = argument.find(' ');
+    if (space == std::string::npos)
+        throw malformed("type-formatted needs NAME=VALUE and a text");
+    const PropertyCollection properties = parseProperties("type-formatted", argument.substr(0, space));
+    const std::string text = ScriptParser::unescape(argument.substr(space + 1));
+    if (text.empty())
+        throw malformed("type-formatted needs a text");
+    context.session.document().insertText(Core::String::fromUtf8(text), properties, false, false);
+}
+
 // On the paragraph around the caret, the block that `show block` shows. The engine
 // takes the element's start tag: handed the caret, it would write to the caret's
 // position as though a tag stood there.
@@ -100,6 +114,8 @@ void addFormatCommands(CommandTable &table)
     table.add({"format", "format NAME=VALUE ...",
                "format the selection; with none, the next typed text (NAME without prefix: fo:NAME)",
                format});
+    table.add({"type-formatted", "type-formatted NAME=VALUE TEXT",
+               "type TEXT with that format, replacing a selection", typeFormatted});
     table.add({"format-block", "format-block NAME=VALUE ...",
                "set properties on the paragraph around the caret", formatBlock});
     table.add({"list", "list numbered|bulleted|remove",
