@@ -119,7 +119,7 @@ protected:
     // One undo (or redo) step: one ungrouped action or one outermost group.
     void replayOneStep(bool undoing);
     // The new caret and pivot of a splice, through the caret gate, pivot first.
-    void placeCaretAfterSplice(int newCaret, int newPivot);
+    void placeCaretAfterSplice(int newCaret, int newPivot, bool tagsKept);
 
     // ==== Navigation: members built on the markup walks: parent name and position, paths, namespaces ====
     // (EditableDocumentBuffer_Navigation.cpp)
@@ -653,4 +653,7 @@ protected:
     SmartPtr<Drawing::SpellChecker> spellChecker;
     bool pageMasterEditing = false;
     bool editingDummyPage = false;
+    // Set while a splice that kept every tag moves a selection's ends: the selection
+    // stood in one flow and still does, so the caret gate need not walk to ask.
+    bool selectionStaysInItsFlow = false;
 };

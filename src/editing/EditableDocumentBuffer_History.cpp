@@ -101,11 +101,11 @@ void EditableDocumentBuffer::insertXmlTextAtPosition(int position, Core::String 
 {
     if (position < 0 || position > content.length())
         return;
-    spliceContent(position, 0, text);
+    bool const tagsKept = spliceContent(position, 0, text);
     int const length = text.length();
     int const newCaret = caret >= position ? caret + length : caret;
     int const newPivot = selectionPivot >= position ? selectionPivot + length : selectionPivot;
-    placeCaretAfterSplice(newCaret, newPivot);
+    placeCaretAfterSplice(newCaret, newPivot, tagsKept);
     notifyBufferChanged();
 }
 
@@ -122,7 +122,7 @@ Core::String EditableDocumentBuffer::deleteXmlText(int first, int last)
     if (first < 0 || last < first || last >= content.length())
         return Core::String();
     Core::String erased = content.subString(first, last);
-    spliceContent(first, last - first + 1, Core::String());
+    bool const tagsKept = spliceContent(first, last - first + 1, Core::String());
     auto adjust = [first, last](int value) {
         if (value <= first)
             return value;
@@ -130,18 +130,23 @@ Core::String EditableDocumentBuffer::deleteXmlText(int first, int last)
             return first;
         return value - last + first - 1;
     };
-    placeCaretAfterSplice(adjust(caret), adjust(selectionPivot));
+    placeCaretAfterSplice(adjust(caret), adjust(selectionPivot), tagsKept);
     notifyBufferChanged();
     return erased;
 }
 
 // The new ends go through the caret gate: the pivot first, then the caret extends
-// from it. If the extension fails the flow test, the caret stays on the pivot.
-void EditableDocumentBuffer::placeCaretAfterSplice(int newCaret, int newPivot)
+// from it. If the extension fails the flow test, the caret stays on the pivot. When the
+// splice left every tag as it was, both ends stand in the elements they stood in, so
+// the flow test, a walk up from the caret, is not asked again: a run of splices far
+// from a selection (a list renumbering its labels) would ask it once each.
+void EditableDocumentBuffer::placeCaretAfterSplice(int newCaret, int newPivot, bool tagsKept)
 {
     if (newCaret != newPivot) {
         setCaret(false, newPivot);
+        selectionStaysInItsFlow = tagsKept;
         setCaret(true, newCaret);
+        selectionStaysInItsFlow = false;
     } else {
         setCaret(false, newCaret);
     }

@@ -62,7 +62,7 @@ void EditableDocumentBuffer::setCaret(bool extendSelection, int position)
         return;
     if (position != caret) {
         // A selection never leaves its flow, static content or body.
-        if (extendSelection && !positionsAreInTheSameFlowElement(caret, position))
+        if (extendSelection && !selectionStaysInItsFlow && !positionsAreInTheSameFlowElement(caret, position))
             return;
         caret = position;
         notifyCaretChanged();

@@ -71,8 +71,9 @@ public:
 protected:
     // ---- The writes of the string (EditableXmlBuffer_Content.cpp) ----
     // Replaces `removeCount` units at `position` by `inserted`; the remembered walks
-    // move along with the text. The range must lie inside the string.
-    void spliceContent(int position, int removeCount, Core::String const &inserted);
+    // move along with the text. The range must lie inside the string. True when the
+    // splice left every tag as it was (plain text in text), so no walk reads otherwise.
+    bool spliceContent(int position, int removeCount, Core::String const &inserted);
     // Replaces the whole string and forgets every remembered walk.
     void replaceContent(Core::String text);
     // For tests: whether every remembered answer, and the answers at `position`, are

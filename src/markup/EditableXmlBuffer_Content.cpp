@@ -39,11 +39,12 @@ bool holdsMarkupCharacter(std::u16string_view text) noexcept
 
 } // namespace
 
-void EditableXmlBuffer::spliceContent(int position, int removeCount, Core::String const &inserted)
+bool EditableXmlBuffer::spliceContent(int position, int removeCount, Core::String const &inserted)
 {
     const bool neutral = spliceIsNeutral(position, removeCount, inserted);
     content.replace(position, removeCount, inserted);
     structureMemo.adjust(position, removeCount, inserted.length(), neutral);
+    return neutral;
 }
 
 void EditableXmlBuffer::replaceContent(Core::String text)
@@ -58,14 +59,18 @@ void EditableXmlBuffer::replaceContent(Core::String text)
 //
 // It is not when the splice or the text it joins holds markup characters, since two of
 // them meeting can make "-->" or "]]>" out of "-x->", nor inside a tag, where letters
-// change a name that the closing-tag search counts.
+// change a name that the closing-tag search counts. A tag's end meeting the next tag's
+// start makes nothing new: the whole text of an element may go, as when a list label
+// "1)" is rewritten.
 bool EditableXmlBuffer::spliceIsNeutral(int position, int removeCount, Core::String const &inserted) const
 {
     if (holdsMarkupCharacter(inserted.view()) ||
         holdsMarkupCharacter(
             content.view().substr(static_cast<std::size_t>(position), static_cast<std::size_t>(removeCount))))
         return false;
-    if (isMarkupCharacter(content[position - 1]) && isMarkupCharacter(content[position + removeCount]))
+    const char16_t before = content[position - 1];
+    const char16_t after = content[position + removeCount];
+    if (isMarkupCharacter(before) && isMarkupCharacter(after) && !(before == u'>' && after == u'<'))
         return false;
     // In text the nearest bracket before the splice is a ">".
     for (int i = position - 1; i >= 0; --i) {
